@@ -1,0 +1,50 @@
+# morvane_shared_library(NAME OBJECTS target EXPORTS list DESCRIPTION text)
+#
+# A shared library that exports exactly what the list says. From the list come the .def file and the import libraries on
+# Windows (libNAME.dll.a and the same file as NAME.lib), the version script and the aliases on ELF.
+set(MORVANE_EXPORTS_SCRIPT ${PROJECT_SOURCE_DIR}/scripts/exports.py)
+
+# Writes what exports.py prints for `ARGN` to `output`.
+function(morvane_from_export_list output)
+  add_custom_command(
+    OUTPUT ${output}
+    COMMAND ${Python3_EXECUTABLE} ${MORVANE_EXPORTS_SCRIPT} ${ARGN} > ${output}
+    DEPENDS ${MORVANE_EXPORTS_SCRIPT} ${EXPORTS}
+    VERBATIM)
+endfunction()
+
+function(morvane_shared_library NAME)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "OBJECTS;EXPORTS;DESCRIPTION" "")
+  set(EXPORTS ${arg_EXPORTS})
+  set(made ${CMAKE_CURRENT_BINARY_DIR}/${NAME})
+
+  if(WIN32)
+    morvane_from_export_list(${made}.def def ${EXPORTS})
+    morvane_from_export_list(${made}.imports import-def ${EXPORTS} ${NAME}.dll)
+    set(LIBRARY_NAME ${NAME})
+    set(LIBRARY_DESCRIPTION ${arg_DESCRIPTION})
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${made}.rc @ONLY)
+    add_library(${NAME} SHARED $<TARGET_OBJECTS:${arg_OBJECTS}> ${made}.def ${made}.imports ${made}.rc)
+    set_target_properties(${NAME} PROPERTIES PREFIX "")
+    target_link_options(${NAME} PRIVATE -Wl,--disable-stdcall-fixup)
+    target_link_libraries(${NAME} PRIVATE gdi32)
+    # The linker's own import library misnames stdcall symbols; dlltool's takes its place.
+    add_custom_command(TARGET ${NAME} POST_BUILD
+      COMMAND ${CMAKE_DLLTOOL} --deterministic-libraries --temp-prefix ${NAME} -d ${made}.imports
+              -l $<TARGET_LINKER_FILE_NAME:${NAME}>
+      COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_LINKER_FILE_NAME:${NAME}> ${NAME}.lib
+      WORKING_DIRECTORY ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}
+      VERBATIM)
+  else()
+    string(TOUPPER ${NAME} node)
+    morvane_from_export_list(${made}.map version-script ${EXPORTS} ${node}_${PROJECT_VERSION_MAJOR})
+    morvane_from_export_list(${made}.aliases.ld aliases ${EXPORTS})
+    add_library(${NAME} SHARED $<TARGET_OBJECTS:${arg_OBJECTS}> ${made}.map ${made}.aliases.ld)
+    target_link_options(${NAME} PRIVATE -Wl,--version-script=${made}.map -Wl,-z,defs -Wl,-z,relro -Wl,-z,now ${made}.aliases.ld)
+    set_target_properties(${NAME} PROPERTIES
+      VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINK_DEPENDS "${made}.map;${made}.aliases.ld")
+  endif()
+  set_target_properties(${NAME} PROPERTIES LINKER_LANGUAGE CXX)
+  target_link_libraries(${NAME} PRIVATE morvane_core_rules)
+  target_include_directories(${NAME} INTERFACE ${PROJECT_SOURCE_DIR}/include)
+endfunction()

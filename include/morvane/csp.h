@@ -1,0 +1,231 @@
+/* The service-provider layer: digests, random bytes and size queries by algorithm identifier (CDSA 1.2 CSP interface).
+ *
+ * Every CSP_ function returns 0 on success and -1 on failure. On failure the reason, one of the CSP_ERR_ codes, is in the
+ * library's one error cell, which GetError reads. A successful call does not clear the cell.
+ *
+ * Session records and handles. An operation that takes several calls lives in a session record, CspSession. The caller
+ * makes it, zero-filled, sets its first four fields and passes its address as the context handle (CspHandle); every call
+ * with that handle continues the operation. The caller frees the record after the last call. What Init allocates for the
+ * operation, Final releases.
+ *
+ *     CspSession session = {0};
+ *     session.context_type = CSP_CONTEXT_DIGEST;
+ *     session.algorithm = CSP_ALG_SHA1;
+ *
+ *     uint8_t digest[20];
+ *     CSSM_DATA piece = {length, bytes}, out = {sizeof digest, digest};
+ *     CspHandle handle = (CspHandle)&session;
+ *     if (CSP_DigestDataInit(100, handle, NULL) != 0 || CSP_DigestDataUpdate(100, handle, &piece, 1) != 0 ||
+ *         CSP_DigestDataFinal(100, handle, &out) != 0)
+ *         fprintf(stderr, "digest failed: %u\n", GetError());
+ *
+ * Context records. A function that takes a context record besides the handle ignores the handle when the record is not
+ * null: it makes a fresh session record from it, uses that for this one call and neither hands it back nor frees it. That
+ * suits the calls that are complete in themselves (CSP_GenerateRandom, CSP_QuerySize), at the price of one record of
+ * heap per call. A CSP_DigestDataInit given a context record begins an operation that nobody can continue: no later call
+ * can name it. Whoever wants a digest passes a session record as the handle and a null context record.
+ *
+ * Handles are not validated beyond the null test. The first argument of every function, the provider handle, is never
+ * read; any value will do.
+ *
+ * Attributes. A context carries an array of typed attributes, owned by its maker and only read. Of two attributes of one
+ * type the first counts. A look-up that finds nothing leaves CSP_ERR_NO_ATTRIBUTE in the error cell; where the attribute
+ * is required, the service then stores its own code over it.
+ *
+ * Threads. Distinct sessions may be used on distinct threads at once, one session on one thread at a time. The error cell
+ * is one word for the whole process: the last failure on any thread wins. */
+#ifndef MORVANE_CSP_H
+#define MORVANE_CSP_H
+
+#include <morvane/types.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Context types. */
+enum {
+    CSP_CONTEXT_SYMMETRIC = 4,
+    CSP_CONTEXT_DIGEST = 5,
+    CSP_CONTEXT_RANDOM = 6,
+    CSP_CONTEXT_MAC = 8,
+    CSP_CONTEXT_CIPHER_ALT = 9,
+    CSP_CONTEXT_KEYGEN = 10
+};
+
+/* Attribute types; in brackets the member of CSSM_CONTEXT_ATTRIBUTE.Attribute that holds the value. */
+#define CSP_ATTR_OUTPUT_SIZE 0x1000000du /* bytes to produce [Uint32] */
+#define CSP_ATTR_KEY         0x40000003u /* key record [Key] */
+#define CSP_ATTR_PADDING     0x10000006u /* padding option [Uint32] */
+#define CSP_ATTR_MODE        0x10000013u /* cipher mode, a CSP_MODE_ value [Uint32] */
+#define CSP_ATTR_INIT_VECTOR 0x20000004u /* initialisation vector [Data] */
+
+/* Algorithm identifiers. */
+enum {
+    CSP_ALG_NULL_CIPHER = 1,
+    CSP_ALG_DH = 2,
+    CSP_ALG_MD2 = 5,
+    CSP_ALG_MD4 = 6,
+    CSP_ALG_MD5 = 7,
+    CSP_ALG_SHA1 = 8,
+    CSP_ALG_RIPEMD160 = 11,
+    CSP_ALG_DES = 14,
+    CSP_ALG_DES3 = 18, /* two-key triple DES */
+    CSP_ALG_IDEA = 20,
+    CSP_ALG_RC2 = 21,
+    CSP_ALG_RC5 = 22,
+    CSP_ALG_RC4 = 23,
+    CSP_ALG_BLOWFISH = 26,
+    CSP_ALG_RSA = 40,
+    CSP_ALG_DSA = 41,
+    CSP_ALG_MD5_WITH_RSA = 42,
+    CSP_ALG_MD2_WITH_RSA = 43,
+    CSP_ALG_RANDOM = 46,
+    CSP_ALG_RANDOM_ALT = 48,
+    CSP_ALG_SHA1_WITH_RSA = 49,
+    CSP_ALG_SHA1_WITH_DSA = 81,
+    CSP_ALG_SEED = 88,
+    CSP_ALG_HAS160 = 89,
+    CSP_ALG_HAS160_WITH_KCDSA = 90
+};
+
+/* Cipher modes. */
+enum { CSP_MODE_ECB = 2, CSP_MODE_CBC = 4, CSP_MODE_CFB = 7, CSP_MODE_OFB = 10 };
+
+/* What GetError returns after a failure. */
+enum {
+    CSP_ERR_MEMORY = 1010,                /* no memory for an output buffer or a working state */
+    CSP_ERR_OUTPUT_TOO_SHORT = 1011,      /* an output buffer is shorter than what the operation must write */
+    CSP_ERR_UNKNOWN_ALGORITHM = 1023,     /* the family asked for does not know the algorithm identifier */
+    CSP_ERR_WRONG_CONTEXT_TYPE = 1026,    /* the session is of another type than the service needs */
+    CSP_ERR_NO_CONTEXT = 1027,            /* handle and context record resolve to nothing */
+    CSP_ERR_NULL_POINTER = 1029,          /* a required output or input record is null */
+    CSP_ERR_NO_BUFFERS = 1030,            /* an Update was given no buffers */
+    CSP_ERR_MAC_KEY_TOO_SHORT = 1031,     /* the key data is shorter than the MAC algorithm's expanded key */
+    CSP_ERR_BAD_KEY = 1032,               /* the key record has no key data, or is unfit for the operation */
+    CSP_ERR_NO_KEY = 1033,                /* neither a key argument nor a key attribute */
+    CSP_ERR_UNKNOWN_MODE = 1034,          /* the cipher has no such mode, or the mode attribute is missing */
+    CSP_ERR_KEY_ATTRIBUTE_MISSING = 1036, /* encryption, decryption and MAC need a key attribute */
+    CSP_ERR_KEY_CLASS = 1041,             /* a MAC key must be of class 2 */
+    CSP_ERR_INIT_VECTOR = 1045,           /* the initialisation vector is missing or too short */
+    CSP_ERR_BAD_DATA = 1046,              /* a data buffer without data, or of inconsistent length */
+    CSP_ERR_NO_OUTPUT_SIZE = 1047,        /* the output-size attribute is missing */
+    CSP_ERR_DERIVE_KEY = 1048,            /* key derivation failed */
+    CSP_ERR_DH_COMPUTATION = 1094,        /* the Diffie-Hellman key computation failed */
+    CSP_ERR_PRIMITIVE_FAILED = 1095,      /* the underlying primitive failed */
+    CSP_ERR_NO_ATTRIBUTE = 10304          /* an attribute look-up found nothing */
+};
+
+/* A context handle: the address of a session record. Pointer-sized. */
+typedef uintptr_t CspHandle;
+
+#define CSP_CHAIN_BYTES   16   /* room for the chaining value of every cipher */
+#define CSP_CARRIED_BYTES 1024 /* room for a partial block */
+
+/* A session record: 1076 bytes in the 32-bit builds. The maker zero-fills it and sets the first four fields; the others
+ * belong to the library until the maker frees the record. */
+typedef struct CspSession {
+    uint32_t context_type;         /* a CSP_CONTEXT_ value */
+    uint32_t algorithm;            /* a CSP_ALG_ value */
+    uint32_t number_of_attributes; /* of attributes, 0 and more */
+    const CSSM_CONTEXT_ATTRIBUTE* attributes;
+    const struct CspCipherTable* cipher_table; /* chosen by encryption and decryption Init */
+    const struct CspDigestTable* digest_table; /* chosen by digest Init */
+    void* state;                               /* of a digest or MAC: made by Init, released by Final, then stale */
+    const struct CspMacTable* mac_table;       /* chosen by MAC Init */
+    uint8_t chain[CSP_CHAIN_BYTES];            /* chaining value */
+    uint8_t carried[CSP_CARRIED_BYTES];        /* bytes that did not fill a block yet */
+    uint32_t carried_bytes;
+} CspSession;
+
+/* The two sizes that the size queries write. */
+typedef struct CspSizePair {
+    uint32_t first;
+    uint32_t second;
+} CspSizePair;
+
+/* The error cell: the code of the last failure in the process, 0 before the first. Codes below 1000 are stored with 2000
+ * added to them (no service of this layer raises such a code). */
+MORVANE_API uint32_t MORVANE_CALL GetError(void);
+
+/* ---- Digests: Init, any number of Updates, Final ----
+ *
+ * Algorithms: CSP_ALG_SHA1 (20 bytes).
+ *
+ * The signature identifiers are accepted too and stand for the digest of their name: CSP_ALG_SHA1_WITH_RSA and
+ * CSP_ALG_SHA1_WITH_DSA. A digest begun under one of them succeeds at every call, hashes nothing and writes no
+ * digest; only the plain identifiers hash. Final still applies the buffer rules to its output. */
+
+/* Begins a digest.
+ *   csp      never read
+ *   handle   address of a CspSession of type CSP_CONTEXT_DIGEST; not used if context is given
+ *   context  null; see "Context records" above for what happens otherwise
+ * Returns 0, or -1 with, in this order of checks: CSP_ERR_NO_CONTEXT (both null, or no memory for a session record),
+ * CSP_ERR_WRONG_CONTEXT_TYPE, CSP_ERR_UNKNOWN_ALGORITHM, CSP_ERR_PRIMITIVE_FAILED (no memory for the state).
+ * Init on a session whose digest was never finished abandons the old state without releasing it. */
+MORVANE_API int32_t MORVANE_STDCALL CSP_DigestDataInit(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context);
+
+/* Absorbs count data buffers in order. They belong to the caller and are only read.
+ * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT (null handle), CSP_ERR_NULL_POINTER (buffers is null),
+ * CSP_ERR_NO_BUFFERS (count is 0); then for each buffer CSP_ERR_BAD_DATA (its Data is null, even when its Length is 0) and
+ * CSP_ERR_PRIMITIVE_FAILED (the session holds no digest in progress). The buffers before a failing one have been absorbed.
+ * A buffer of Length 0 with non-null Data is good and changes nothing. */
+MORVANE_API int32_t MORVANE_STDCALL CSP_DigestDataUpdate(uint32_t csp, CspHandle handle, const CSSM_DATA* buffers,
+                                                         uint32_t count);
+
+/* Finishes the digest, writes it to output->Data, sets output->Length to its length, and releases the working state. The
+ * session record stays with its owner; another Update or Final before the next Init is outside the contract.
+ *
+ * The output buffer is either the caller's (Length at least the digest's length) or the library's: with Length 0 and Data
+ * null a zero-filled buffer of the digest's length is allocated, and Data set to it. The caller releases it with free():
+ * the one of the process on POSIX systems, the one of msvcrt.dll on Windows. A program built against another C runtime
+ * finds that function with GetProcAddress(GetModuleHandleA("msvcrt.dll"), "free"), or passes a buffer of its own.
+ *
+ * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT (null handle), CSP_ERR_NULL_POINTER (output is null),
+ * CSP_ERR_PRIMITIVE_FAILED (no digest was begun on this session), CSP_ERR_BAD_DATA (exactly one of Length and Data is
+ * zero), CSP_ERR_MEMORY, CSP_ERR_OUTPUT_TOO_SHORT, CSP_ERR_PRIMITIVE_FAILED. A failed Final leaves the state as it was:
+ * it can be repeated with a better buffer.
+ *
+ * Under a signature identifier Data and Length are left as they are, but for the buffer that Length 0 and Data null ask
+ * for: it is allocated, zero-filled, and Length stays 0. */
+MORVANE_API int32_t MORVANE_STDCALL CSP_DigestDataFinal(uint32_t csp, CspHandle handle, CSSM_DATA* output);
+
+/* ---- Random bytes ---- */
+
+/* Fills output->Data with as many random bytes as the attribute CSP_ATTR_OUTPUT_SIZE asks for and sets output->Length to
+ * that number. Data is the caller's, is not tested for null and never allocated here.
+ *   handle, context   a session or context record of type CSP_CONTEXT_RANDOM; the context record wins
+ * Algorithms: CSP_ALG_RANDOM and CSP_ALG_RANDOM_ALT.
+ * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT, CSP_ERR_WRONG_CONTEXT_TYPE, CSP_ERR_NO_OUTPUT_SIZE,
+ * CSP_ERR_NULL_POINTER (output is null), CSP_ERR_BAD_DATA (output->Length is below the number wanted; deliberately not
+ * CSP_ERR_OUTPUT_TOO_SHORT), CSP_ERR_UNKNOWN_ALGORITHM.
+ * This version has no generator to draw from: a request that passes every check sets output->Length, writes nothing to
+ * Data and fails with CSP_ERR_PRIMITIVE_FAILED. */
+MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateRandom(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                       CSSM_DATA* output);
+
+/* ---- Sizes ---- */
+
+/* Writes the block length in bytes of the session's cipher to both words of *sizes (input block, output block). It is the
+ * one of ECB mode, whatever mode the context names; stream ciphers have 0. The type of the context is not tested.
+ *   handle, context   a session or context record; the context record wins
+ *   encrypt, count    never read
+ * Ciphers: CSP_ALG_NULL_CIPHER (0).
+ * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT, CSP_ERR_NULL_POINTER (sizes is null),
+ * CSP_ERR_UNKNOWN_ALGORITHM, CSP_ERR_UNKNOWN_MODE (the cipher has no ECB mode). */
+MORVANE_API int32_t MORVANE_STDCALL CSP_QuerySize(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                  uint32_t encrypt, uint32_t count, CspSizePair* sizes);
+
+/* Writes the sizes of a key in bits to *sizes: first the LogicalKeySizeInBits of its header, then the length of its data
+ * times 8 (modulo 2^32).
+ *   key   the key, or null for the session's attribute CSP_ATTR_KEY
+ * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT (null handle), CSP_ERR_NO_KEY (no key argument, and no key
+ * attribute or a null one), CSP_ERR_BAD_KEY (the key has no data), CSP_ERR_NULL_POINTER (sizes is null). */
+MORVANE_API int32_t MORVANE_STDCALL CSP_QuerySizeInBits(uint32_t csp, CspHandle handle, const CSSM_KEY* key,
+                                                        CspSizePair* sizes);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,7 @@
+/* The primitive algorithms: every E_ function of the library. */
+#ifndef MORVANE_PRIMITIVES_H
+#define MORVANE_PRIMITIVES_H
+
+#include <morvane/hash.h>
+
+#endif

@@ -1,0 +1,27 @@
+// The little that the library asks of the operating system. Only the files of this folder include system headers.
+#pragma once
+
+#include <cstdint>
+
+namespace morvane::platform {
+
+struct ScreenSize {
+    std::uint32_t width;
+    std::uint32_t height;
+};
+
+// Seconds since 1970-01-01 00:00 UTC, modulo 2^32.
+std::uint32_t seconds() noexcept;
+
+// Milliseconds since some fixed moment before the process began, modulo 2^32.
+std::uint32_t tick_count() noexcept;
+
+std::uint32_t process_id() noexcept;
+
+// The run time's clock(): ticks used by the process, modulo 2^32.
+std::uint32_t process_clock() noexcept;
+
+// Pixels of the display; 0 by 0 where there is none, and always on systems other than Windows.
+ScreenSize screen_size() noexcept;
+
+}  // namespace morvane::platform
