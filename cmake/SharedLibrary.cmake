@@ -1,7 +1,7 @@
 # morvane_shared_library(NAME OBJECTS target EXPORTS list DESCRIPTION text)
 #
 # A shared library that exports exactly what the list says. From the list come the .def file and the import libraries on
-# Windows (libNAME.dll.a and the same file as NAME.lib), the version script and the aliases on ELF.
+# Windows (libNAME.dll.a, and NAME.lib for Microsoft's linkers), the version script and the aliases on ELF.
 set(MORVANE_EXPORTS_SCRIPT ${PROJECT_SOURCE_DIR}/scripts/exports.py)
 
 # Writes what exports.py prints for `ARGN` to `output`.
@@ -28,11 +28,12 @@ function(morvane_shared_library NAME)
     set_target_properties(${NAME} PROPERTIES PREFIX "")
     target_link_options(${NAME} PRIVATE -Wl,--disable-stdcall-fixup)
     target_link_libraries(${NAME} PRIVATE gdi32)
-    # The linker's own import library misnames stdcall symbols; dlltool's takes its place.
+    # The linker's own import library misnames stdcall symbols; dlltool's takes its place. The .lib for Microsoft's linkers is
+    # the same with the mark that /safeseh asks of every object.
     add_custom_command(TARGET ${NAME} POST_BUILD
       COMMAND ${CMAKE_DLLTOOL} --deterministic-libraries --temp-prefix ${NAME} -d ${made}.imports
               -l $<TARGET_LINKER_FILE_NAME:${NAME}>
-      COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_LINKER_FILE_NAME:${NAME}> ${NAME}.lib
+      COMMAND ${CMAKE_OBJCOPY} -D --add-symbol @feat.00=1,local $<TARGET_LINKER_FILE_NAME:${NAME}> ${NAME}.lib
       WORKING_DIRECTORY ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}
       VERBATIM)
   else()
