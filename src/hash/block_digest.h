@@ -5,15 +5,17 @@
 //     struct Sha1 {
 //         using Context = E_SHA1_CTX;                                 // the caller-owned record
 //         static constexpr std::size_t kBlockBytes = 64;
-//         static constexpr std::size_t kLengthBytes = 8;              // of the message length in the last block
 //         static std::uint8_t* block(Context&);                       // the partial block
 //         static std::size_t used(const Context&);                    // bytes waiting in it, below kBlockBytes
 //         static void count(Context&, std::uint32_t bytes);           // adds to the message length
-//         static void put_length(const Context&, std::uint8_t* at);   // writes kLengthBytes of it
+//         static Length<8> length(const Context&);                    // the message length, as it ends the last block
 //         static void compress(Context&, const std::uint8_t* blocks, std::size_t count);
 //     };
 #pragma once
 
+#include "base/bytes.h"
+
+#include <array>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -21,19 +23,17 @@
 
 namespace morvane::hash {
 
+// The field that ends the last block: 64-bit words whose bytes in memory are the bytes of the block.
+template <std::size_t Bytes>
+using Length = std::array<std::uint64_t, Bytes / 8>;
+
 template <typename D>
 concept BlockDigest = requires(typename D::Context& ctx, const typename D::Context& fixed, std::uint8_t* bytes) {
-    { D::block(ctx) }
-    noexcept->std::same_as<std::uint8_t*>;
-    { D::used(fixed) }
-    noexcept->std::same_as<std::size_t>;
-    { D::count(ctx, std::uint32_t{}) }
-    noexcept;
-    { D::put_length(fixed, bytes) }
-    noexcept;
-    { D::compress(ctx, bytes, std::size_t{}) }
-    noexcept;
-    requires D::kLengthBytes < D::kBlockBytes;
+    { D::block(ctx) } -> std::same_as<std::uint8_t*>;
+    { D::used(fixed) } -> std::same_as<std::size_t>;
+    D::count(ctx, std::uint32_t{});
+    D::length(fixed).size();
+    D::compress(ctx, bytes, std::size_t{});
 };
 
 // Absorbs len bytes. Whole blocks are compressed where they lie; data is not read when len is 0.
@@ -63,19 +63,31 @@ inline void absorb(typename D::Context& ctx, const std::uint8_t* data, std::uint
     if (left != 0) std::memcpy(D::block(ctx), data, left);
 }
 
-// Appends 0x80, zeros and the message length, and compresses what that fills: one block, or two.
+// Appends 0x80, zeros and the message length, and compresses what that fills: one block, or two. The record's block ends as
+// the last one compressed.
 template <BlockDigest D>
 inline void pad(typename D::Context& ctx) noexcept {
-    constexpr std::size_t kLengthAt = D::kBlockBytes - D::kLengthBytes;
+    const auto length = D::length(ctx);
+    constexpr std::size_t kLengthAt = D::kBlockBytes - sizeof length;
     std::uint8_t* const block = D::block(ctx);
     const std::size_t used = D::used(ctx);
-    block[used] = 0x80;
-    std::memset(block + used + 1, 0, D::kBlockBytes - used - 1);
-    if (used >= kLengthAt) {
-        D::compress(ctx, block, 1);
-        std::memset(block, 0, kLengthAt);
+    if (used == 0) {
+        // The whole block is padding. It is stored in the pieces in which compression loads it: a load that gathers several
+        // smaller stores would wait until the blocks before this one are done with.
+        using Piece [[gnu::vector_size(16)]] = std::uint64_t;
+        std::array<Piece, D::kBlockBytes / sizeof(Piece)> padding{};
+        padding.front() = Piece{as_le(std::uint64_t{0x80}), 0};
+        padding.back() = Piece{length.size() == 1 ? 0 : length.front(), length.back()};
+        std::memcpy(block, padding.data(), sizeof padding);
+    } else {
+        block[used] = 0x80;
+        std::memset(block + used + 1, 0, D::kBlockBytes - used - 1);
+        if (used >= kLengthAt) {
+            D::compress(ctx, block, 1);
+            std::memset(block, 0, kLengthAt);
+        }
+        std::memcpy(block + kLengthAt, length.data(), sizeof length);
     }
-    D::put_length(ctx, block + kLengthAt);
     D::compress(ctx, block, 1);
 }
 

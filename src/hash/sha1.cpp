@@ -16,14 +16,12 @@ namespace {
 struct Sha1 {
     using Context = E_SHA1_CTX;
     static constexpr std::size_t kBlockBytes = kSha1BlockBytes;
-    static constexpr std::size_t kLengthBytes = 8;
 
     static std::uint8_t* block(Context& ctx) noexcept { return reinterpret_cast<std::uint8_t*>(ctx.block); }
     static std::size_t used(const Context& ctx) noexcept { return (ctx.count_lo >> 3) % kBlockBytes; }
     static void count(Context& ctx, std::uint32_t bytes) noexcept { count_bits(ctx.count_lo, ctx.count_hi, bytes); }
-    static void put_length(const Context& ctx, std::uint8_t* at) noexcept {
-        store_be(at, ctx.count_hi);
-        store_be(at + 4, ctx.count_lo);
+    static Length<8> length(const Context& ctx) noexcept {
+        return {as_be(std::uint64_t{ctx.count_hi} << 32 | ctx.count_lo)};
     }
     static void compress(Context& ctx, const std::uint8_t* blocks, std::size_t count) noexcept {
         sha1_compress.get()(ctx.state, blocks, count);

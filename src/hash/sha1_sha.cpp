@@ -15,7 +15,8 @@ struct Lanes {
     __m128i w[4];  // message expansion: group g of four words at g % 4, the first word in the highest lane
 
     // Steps 4 G to 4 G + 3. The three operations that make a group of the message expansion are spread over the groups
-    // before it, each as soon as its operands are there.
+    // before it, each as soon as its operands are there, and stand behind the instruction that the chain of steps waits
+    // for.
     template <std::size_t G>
     [[MORVANE_SHA]] inline void group(const std::uint8_t* block) noexcept {
         if constexpr (G < 4) {
@@ -26,11 +27,11 @@ struct Lanes {
         const __m128i now = w[G % 4];
         const __m128i abcd_before = abcd;
         e = G == 0 ? _mm_add_epi32(e, now) : _mm_sha1nexte_epu32(e, now);
-        if constexpr (G >= 3 && G < 19) w[(G + 1) % 4] = _mm_sha1msg2_epu32(w[(G + 1) % 4], now);
         abcd = _mm_sha1rnds4_epu32(abcd, e, G / 5);
         e = abcd_before;
         if constexpr (G >= 1 && G < 17) w[(G + 3) % 4] = _mm_sha1msg1_epu32(w[(G + 3) % 4], now);
         if constexpr (G >= 2 && G < 18) w[(G + 2) % 4] = _mm_xor_si128(w[(G + 2) % 4], now);
+        if constexpr (G >= 3 && G < 19) w[(G + 1) % 4] = _mm_sha1msg2_epu32(w[(G + 1) % 4], now);
     }
 
     template <std::size_t... G>
