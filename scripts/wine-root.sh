@@ -1,0 +1,61 @@
+#!/usr/bin/env bash
+# Makes the folder from which 32-bit Wine runs: Debian's wine32 for i386, the libraries it needs, and a Wine prefix that
+# is ready. Place: build/wine-root, or $MORVANE_WINE_ROOT. About 1.2 GB and half a minute; returns at once when it is there.
+#
+# The packages are unpacked, not installed: that needs neither root nor i386 as a foreign architecture of this machine.
+set -euo pipefail
+source "${BASH_SOURCE[0]%/*}/common.sh"
+
+root=$(realpath -m "${MORVANE_WINE_ROOT:-$repo/build/wine-root}")
+complete() { [[ -x $root/usr/lib/wine/wine && -e $root/prefix/system.reg ]]; }
+if complete; then exit 0; fi
+
+"$repo/scripts/setup.sh" wine
+# shellcheck source=/dev/null
+source /etc/os-release
+[[ $ID == debian && -n ${VERSION_CODENAME-} ]] || die "Wine is taken from Debian's packages, and this machine runs $ID"
+
+mkdir -p "${root%/*}"
+exec {lock}>"$root.lock"
+flock "$lock"
+if complete; then exit 0; fi
+# Under its name only when it is complete, so that an interrupted run starts again from nothing.
+partial=$root.partial
+rm -rf "$partial"
+
+# An apt of its own that believes in an empty i386 machine. It takes the machine's own mirror, of the main pocket only:
+# the i386 lists of the others are at times older than their signature.
+state=$partial/apt
+mkdir -p "$state"/{lists,archives}/partial
+touch "$state/status"
+# shellcheck disable=SC2016 # apt's variables, not the shell's
+mirror=$(apt-get indextargets --format '$(RELEASE)|$(CODENAME)|$(COMPONENT)|$(REPO_URI)' 'Created-By: Packages' |
+    awk -F'|' -v suite="$VERSION_CODENAME" '($1 == suite || $2 == suite) && $3 == "main" { print $4; exit }')
+[[ -n $mirror ]] || die "no source of $VERSION_CODENAME main among the package sources of apt"
+printf 'deb [arch=i386 signed-by=%s] %s %s main\n' \
+    /usr/share/keyrings/debian-archive-keyring.gpg "$mirror" "$VERSION_CODENAME" >"$state/sources.list"
+apt_i386() {
+    apt-get -q -o APT::Architecture=i386 -o APT::Architectures::=i386 -o Dir::State="$state" \
+        -o Dir::State::status="$state/status" -o Dir::Cache="$state" -o Dir::Etc::sourcelist="$state/sources.list" \
+        -o Dir::Etc::sourceparts=- -o APT::Sandbox::User= "$@"
+}
+
+say "making the Wine root in $root (about half a minute)"
+cannot="Wine's packages could not be downloaded; once the network and apt work, run scripts/wine-root.sh again"
+quietly wine-update apt_i386 update || die "$cannot"
+quietly wine-download apt_i386 install -y --no-install-recommends --download-only wine32 || die "$cannot"
+for package in "$state"/archives/*.deb; do
+    dpkg-deb -x "$package" "$partial"
+done
+dlls=$partial/usr/lib/i386-linux-gnu/wine
+rm -rf "$state" "$dlls/x86_64-windows" "$partial"/usr/share/{doc,man,locale}
+# Two things are otherwise than unpacking leaves them. The server is started by a script that knows /usr only. And zlib, a
+# plain Windows library of another package, is loaded once it bears the mark of Wine's own; installing would write that.
+ln -sf wineserver32 "$partial/usr/lib/wine/wineserver"
+zlib=$dlls/i386-windows/zlib1.dll
+cp "$partial/usr/i686-w64-mingw32/lib/zlib1.dll" "$zlib"
+{ printf 'Wine builtin DLL' && head -c 16 /dev/zero; } | dd of="$zlib" bs=1 seek=64 conv=notrunc status=none
+
+quietly wine-prefix env MORVANE_WINE_ROOT="$partial" "$repo/scripts/wine-run.sh" wineboot --init || die "Wine does not start"
+MORVANE_WINE_ROOT=$partial "$repo/scripts/wine-run.sh" --stop
+mv -T "$partial" "$root" || die "$root is in the way: remove it, or name another place in MORVANE_WINE_ROOT"

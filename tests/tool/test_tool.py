@@ -1,0 +1,190 @@
+#!/usr/bin/env python3
+"""Runs the morvane command and compares what it prints with hashlib and the formats of sum files.
+
+usage: test_tool.py TOOL [EMULATOR...]
+"""
+
+import hashlib
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+COMMAND = []  # the emulator, if any, and the tool
+IS_WINDOWS = False
+
+GOOD, MISMATCH, USAGE, INPUT_OUTPUT = range(4)
+
+
+def sha1(data):
+    return hashlib.sha1(data).hexdigest()
+
+
+class ToolTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(dir="/tmp", prefix="morvane-tool-")
+        self.addCleanup(folder.cleanup)
+        self.addCleanup(os.chdir, os.getcwd())
+        os.chdir(folder.name)
+
+    def write(self, name, data):
+        with open(name, "wb") as file:
+            file.write(data)
+
+    def run_tool(self, *arguments, code=GOOD, stdin=b"", **streams):
+        """Returns standard output and standard error; checks the exit code and that every error is explained."""
+        streams = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **streams}
+        done = subprocess.run([*COMMAND, *arguments], input=stdin, timeout=120, **streams)
+        self.assertEqual(done.returncode, code, (arguments, done))
+        if code in (USAGE, INPUT_OUTPUT):
+            self.assertRegex(done.stderr, rb"^morvane: \S")
+        elif code == GOOD and done.stderr is not None:
+            self.assertEqual(done.stderr, b"")
+        return done.stdout, done.stderr
+
+
+class DigestTest(ToolTest):
+    def test_files_of_all_sizes(self):
+        names, expected = [], b""
+        for size in (0, 1, 55, 56, 64, 262143, 262144, 262145, 1000003):
+            data = bytes(i * 7 % 251 for i in range(size))
+            self.write(f"f{size}", data)
+            names.append(f"f{size}")
+            expected += f"{sha1(data)}  f{size}\n".encode()
+        self.assertEqual(self.run_tool("digest", "SHA1", *names)[0], expected)
+
+    def test_standard_input_is_binary(self):
+        data = b"a\r\nb\n\x1a\0\xff" * 3  # 0x1a ends a text file on Windows
+        expected = f"{sha1(data)}  -\n".encode()
+        self.assertEqual(self.run_tool("digest", "sha1", stdin=data)[0], expected)
+        self.write("file", data)
+        out, _ = self.run_tool("digest", "sha1", "-", "file", "-", stdin=data)
+        self.assertEqual(out, expected + f"{sha1(data)}  file\n{sha1(b'')}  -\n".encode())
+
+    def test_names_that_look_like_something_else(self):
+        names = ["list", "[a,b]", "[a]", "{}", "%%", "++", "-1", "--check", "[]", " with space", "ünï 日本 😀"]
+        for name in names:
+            self.write(os.fsencode(name), name.encode())
+        expected = "".join(f"{sha1(name.encode())}  {name}\n" for name in names).encode()
+        out, _ = self.run_tool("digest", "sha1", "--", *names)
+        self.assertEqual(out, expected)
+        self.assertEqual(self.run_tool("digest", "sha1", "{}")[0], f"{sha1(b'{}')}  {{}}\n".encode())
+        self.run_tool("digest", "sha1", "--check", "--quiet", stdin=out)
+
+    def test_other_files_follow_an_unreadable_one(self):
+        os.mkdir("folder")
+        self.write("good", b"abc")
+        out, err = self.run_tool("digest", "sha1", "missing", "folder", "good", code=INPUT_OUTPUT)
+        self.assertEqual(out, f"{sha1(b'abc')}  good\n".encode())
+        self.assertRegex(err, rb"^morvane: missing: No such .*\nmorvane: folder: Is a directory\n$")
+
+    def test_names_are_escaped(self):
+        if IS_WINDOWS:
+            self.skipTest("no file can have such a name")
+        names = ["back\\slash", "line\nfeed", "carriage\rreturn", "\\n"]
+        for name in names:
+            self.write(name, name.encode())
+        escaped = ["back\\\\slash", "line\\nfeed", "carriage\\rreturn", "\\\\n"]
+        out, _ = self.run_tool("digest", "sha1", *names)
+        self.assertEqual(out.decode(), "".join(f"\\{sha1(n.encode())}  {e}\n" for n, e in zip(names, escaped)))
+        out, _ = self.run_tool("digest", "sha1", "-c", stdin=out)
+        self.assertEqual(out.decode(), "".join(f"\\{e}: OK\n" for e in escaped))
+
+    def test_standard_output_that_fails(self):
+        with open("/dev/full", "wb") as full:
+            for arguments in (["digest", "sha1"], ["list"]):
+                self.run_tool(*arguments, code=INPUT_OUTPUT, stdout=full)
+
+    def test_progress_is_for_terminals_and_erased(self):
+        if IS_WINDOWS:
+            self.skipTest("needs a console")
+        with open("long", "wb") as file:
+            file.truncate(70 << 20)
+        expected = f"{sha1(bytes(70 << 20))}  long\n".encode()
+        ours, theirs = os.openpty()
+        self.assertEqual(self.run_tool("digest", "sha1", "long", stderr=theirs)[0], expected)
+        os.close(theirs)
+        shown = os.read(ours, 4096)
+        os.close(ours)
+        self.assertRegex(shown, rb"^\r\d+ %  \d+ MB/s +\r.* +\r$")
+        self.assertEqual(self.run_tool("digest", "sha1", "long"), (expected, b""))
+
+
+class CheckTest(ToolTest):
+    def setUp(self):
+        super().setUp()
+        for name in ("one", "two", "a) = (b"):
+            self.write(name, name.encode())
+
+    @staticmethod
+    def line(name, data=None, form="{}  {}\n"):
+        return form.format(sha1(name.encode() if data is None else data), name).encode()
+
+    def test_every_form_of_a_line(self):
+        upper = sha1(b"two").upper().encode()
+        lines = [self.line("one"), self.line("two", form="{} *{}\r\n"), upper + b"  two\n",
+                 b"SHA1 (one) = " + sha1(b"one").encode() + b"\n", b"sha1(two)= " + upper + b"\r\n",
+                 b"SHA1 (a) = (b) = " + sha1(b"a) = (b").encode() + b"\n",
+                 b"\\" + self.line("one"), b"# a comment\n", b"\n",
+                 self.line("two").rstrip()]  # the last line need not end
+        self.write("sums", b"".join(lines))
+        out, _ = self.run_tool("digest", "sha1", "--check", "sums")
+        self.assertEqual(out, b"one: OK\ntwo: OK\ntwo: OK\none: OK\ntwo: OK\na) = (b: OK\none: OK\ntwo: OK\n")
+        self.assertEqual(self.run_tool("digest", "sha1", "-c", "--quiet", "sums")[0], b"")
+
+    def test_bad_lines_are_counted(self):
+        good, hexed = self.line("one"), sha1(b"one").encode()
+        bad = [b"text\n", hexed + b" one\n", hexed[1:] + b"  one\n", hexed + b"0  one\n", hexed + b"  \n", hexed[1:] + b"g  one\n",
+               b"MD5 (one) = " + hexed + b"\n", b"SHA1 (one = " + hexed + b"\n", b"\\" + hexed + b"  o\\ne\\\n",
+               hexed + b"  one\0x\n", hexed + b"  -\n", b"SHA1 () = " + hexed + b"\n", b"SHA1 (one) =\n", b"y" * (3 << 20) + b"\n"]
+        out, err = self.run_tool("digest", "sha1", "-c", "--quiet", stdin=b"".join(bad) + self.line("two", b"") + good,
+                                 code=MISMATCH)
+        self.assertEqual(out, b"two: FAILED\n")
+        self.assertIn(b"%d lines are not in the format" % len(bad), err)
+        self.run_tool("digest", "sha1", "-c", stdin=b"".join(bad), code=INPUT_OUTPUT)
+        self.run_tool("digest", "sha1", "-c", code=INPUT_OUTPUT)
+
+    def test_mismatch_outranks_an_unreadable_file(self):
+        self.write("unreadable", self.line("missing") + self.line("one"))
+        self.write("wrong", self.line("two", b"") + self.line("one"))
+        out, err = self.run_tool("digest", "sha1", "-c", "unreadable", code=INPUT_OUTPUT)
+        self.assertEqual(out, b"missing: FAILED open or read\none: OK\n")
+        self.assertIn(b"unreadable: warning: 1 listed file could not be read", err)
+        out, err = self.run_tool("digest", "sha1", "-c", "--quiet", "wrong", "none", "unreadable", code=MISMATCH)
+        self.assertEqual(out, b"two: FAILED\nmissing: FAILED open or read\n")
+        self.assertIn(b"wrong: warning: 1 digest does not match", err)
+        self.assertRegex(err, rb"morvane: none: No such")
+
+
+class CommandTest(ToolTest):
+    def test_wrong_usage(self):
+        for arguments in ([], ["nothing"], ["digest"], ["digest", "nothing"], ["digest", "sha1", "--nothing"],
+                          ["digest", "sha1", "--quiet"], ["list", "sha1"], ["help", "nothing"]):
+            out, err = self.run_tool(*arguments, code=USAGE)
+            self.assertEqual(out, b"", arguments)
+            self.assertRegex(err, rb"^morvane: [^\n]*; see 'morvane help[^\n]*'\n$")
+
+    def test_help_names_every_verb_and_option(self):
+        out, _ = self.run_tool("help")
+        verbs = [line.split()[0].decode() for line in out.split(b"\n") if line.startswith(b"  ")]
+        self.assertEqual(verbs, ["digest", "list", "version", "help"])
+        self.assertEqual(self.run_tool("-h")[0], out)
+        out, _ = self.run_tool("help", "digest")
+        for option in (b"ALGORITHM", b"FILE", b"--check", b"--quiet", b"Exit codes"):
+            self.assertIn(option, out)
+        self.assertEqual(self.run_tool("digest", "--help")[0], out)
+
+    def test_version_and_list(self):
+        out, _ = self.run_tool("version")
+        self.assertRegex(out, rb"^morvane \d+\.\d+\.\d+\n$")
+        self.assertEqual(self.run_tool("--version")[0], out)
+        self.assertRegex(self.run_tool("list")[0], rb"(?m)^NAME +KIND +BYTES +NOTE\n(.*\n)*sha1 +digest +20 +broken")
+
+
+if __name__ == "__main__":
+    if len(sys.argv) < 2:
+        sys.exit(__doc__)
+    COMMAND = sys.argv[2:] + [os.path.abspath(sys.argv[1])]
+    IS_WINDOWS = sys.argv[1].endswith(".exe")
+    unittest.main(argv=sys.argv[:1])

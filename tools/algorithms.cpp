@@ -1,0 +1,37 @@
+#include "algorithms.h"
+
+#include <morvane/csp.h>
+
+#include <algorithm>
+
+namespace morvane::tool {
+namespace {
+
+constexpr Algorithm kAlgorithms[] = {
+    {"sha1", CSP_ALG_SHA1, Kind::kDigest, 20, "broken: only to verify old data"},
+};
+
+// Not std::tolower: names are ASCII whatever the locale.
+char to_lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+}  // namespace
+
+bool Algorithm::is_called(std::string_view other) const { return std::ranges::equal(name, other, {}, to_lower, to_lower); }
+
+std::span<const Algorithm> all_algorithms() { return kAlgorithms; }
+
+const Algorithm* find_algorithm(Kind kind, std::string_view name) {
+    const auto* const found =
+        std::ranges::find_if(kAlgorithms, [&](const Algorithm& row) { return row.kind == kind && row.is_called(name); });
+    return found == std::end(kAlgorithms) ? nullptr : found;
+}
+
+std::string_view name_of(Kind kind) {
+    switch (kind) {
+        case Kind::kDigest:
+            return "digest";
+    }
+    return {};
+}
+
+}  // namespace morvane::tool

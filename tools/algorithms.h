@@ -1,0 +1,30 @@
+// The algorithms the command knows by name.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace morvane::tool {
+
+enum class Kind { kDigest };
+
+struct Algorithm {
+    std::string_view name;
+    std::uint32_t id;  // a CSP_ALG_ value
+    Kind kind;
+    std::uint32_t digest_bytes;
+    std::string_view note;
+
+    // Names are compared without regard to case.
+    bool is_called(std::string_view other) const;
+};
+
+std::span<const Algorithm> all_algorithms();
+
+// Null when there is none of that kind and name.
+const Algorithm* find_algorithm(Kind kind, std::string_view name);
+
+std::string_view name_of(Kind kind);
+
+}  // namespace morvane::tool

@@ -1,0 +1,40 @@
+#include "command_line.h"
+
+#include "output.h"
+
+namespace morvane::tool {
+
+CommandLine::CommandLine(const Verb& verb)
+    : CLI::App(std::string(verb.summary), "morvane " + std::string(verb.name)), verb_(verb) {
+    // Otherwise /name is an option on Windows.
+    allow_windows_style_options(false);
+}
+
+CLI::Option* CommandLine::add_files(const std::string& description) {
+    // Without extra arguments, because with them the parser splits a file name in brackets at its commas. It then takes
+    // as many operands as are expected at least, and with the policy does not mind fewer.
+    return add_option("FILE", CLI::callback_t{}, description)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->expected(CLI::detail::expected_max_vector_size, CLI::detail::expected_max_vector_size)
+        ->allow_extra_args(false);
+}
+
+std::optional<ExitCode> CommandLine::read(const Arguments& arguments) {
+    try {
+        parse(Arguments(arguments.rbegin(), arguments.rend()));  // the parser takes them from the back
+        return std::nullopt;
+    } catch (const CLI::CallForHelp&) {
+        print(help());
+        return kSuccess;
+    } catch (const CLI::ParseError& error) {
+        return usage_error(verb_.name, error.what());
+    }
+}
+
+ExitCode usage_error(std::string_view verb, std::string_view what) {
+    const std::string space = verb.empty() ? "" : " ";
+    complain(std::string(what) + "; see 'morvane help" + space + std::string(verb) + "'");
+    return kUsage;
+}
+
+}  // namespace morvane::tool

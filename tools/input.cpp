@@ -1,0 +1,66 @@
+#include "input.h"
+
+#include "sum_file.h"
+#include "system.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+namespace morvane::tool {
+namespace {
+
+constexpr std::size_t kLineBuffer = 1 << 16;
+
+[[noreturn]] void fail(const std::string& name) {
+    const std::string reason = std::strerror(errno);
+    throw InputError((name == kStandardInput ? "standard input" : escape_name(name)) + ": " + reason);
+}
+
+std::FILE* open(const std::string& name) {
+    std::FILE* const file = name == kStandardInput ? stdin : open_for_reading(name);
+    if (file == nullptr) fail(name);
+    return file;
+}
+
+}  // namespace
+
+void Input::Close::operator()(std::FILE* file) const {
+    // Nothing was written, so closing has nothing to say.
+    if (file != stdin) static_cast<void>(std::fclose(file));
+}
+
+Input::Input(const std::string& name) : name_(name), file_(open(name)) {}
+
+std::uint64_t Input::size() const { return size_of(file_.get()); }
+
+std::size_t Input::read(std::span<std::uint8_t> buffer) {
+    const std::size_t size = std::fread(buffer.data(), 1, buffer.size(), file_.get());
+    if (size < buffer.size() && std::ferror(file_.get()) != 0) fail(name_);
+    return size;
+}
+
+LineReader::LineReader(const std::string& name) : input_(name), buffer_(kLineBuffer) {}
+
+std::optional<std::string> LineReader::next() {
+    std::string line;
+    bool any = false;
+    for (;;) {
+        if (unread_.empty()) {
+            unread_ = std::span(buffer_).first(input_.read(buffer_));
+            if (unread_.empty()) break;
+        }
+        any = true;
+        const auto end = std::find(unread_.begin(), unread_.end(), '\n');
+        line.append(unread_.begin(), end);
+        line.resize(std::min(line.size(), kLongestLine));
+        const bool complete = end != unread_.end();
+        unread_ = unread_.subspan(static_cast<std::size_t>(end - unread_.begin()) + (complete ? 1 : 0));
+        if (complete) break;
+    }
+    if (!any) return std::nullopt;
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    return line;
+}
+
+}  // namespace morvane::tool

@@ -1,0 +1,44 @@
+// morvane list: what the library offers.
+#include "algorithms.h"
+#include "command_line.h"
+#include "output.h"
+
+#include <algorithm>
+#include <array>
+
+namespace morvane::tool {
+namespace {
+
+using Row = std::array<std::string, 4>;
+
+std::string padded(std::string text, std::size_t width) {
+    text.resize(std::max(text.size(), width), ' ');
+    return text;
+}
+
+}  // namespace
+
+ExitCode run_list(const Verb& verb, const Arguments& arguments) {
+    CommandLine line(verb);
+    if (const auto code = line.read(arguments)) return *code;
+
+    std::vector<Row> rows = {{"NAME", "KIND", "BYTES", "NOTE"}};
+    for (const Algorithm& algorithm : all_algorithms()) {
+        rows.push_back({std::string(algorithm.name), std::string(name_of(algorithm.kind)),
+                        std::to_string(algorithm.digest_bytes), std::string(algorithm.note)});
+    }
+    std::array<std::size_t, 3> widths{};
+    for (const Row& row : rows) {
+        for (std::size_t i = 0; i < widths.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+    }
+    for (const Row& row : rows) {
+        std::string text;
+        for (std::size_t i = 0; i < widths.size(); ++i) text += padded(row[i], widths[i] + 2);
+        text += row.back();
+        text.resize(text.find_last_not_of(' ') + 1);
+        print(text + "\n");
+    }
+    return kSuccess;
+}
+
+}  // namespace morvane::tool

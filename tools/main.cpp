@@ -1,0 +1,79 @@
+// morvane: the command. Its verbs, and the two that tell about the others.
+#include "command_line.h"
+#include "output.h"
+#include "system.h"
+
+#include <algorithm>
+#include <exception>
+
+namespace morvane::tool {
+namespace {
+
+ExitCode run_version(const Verb& verb, const Arguments& arguments);
+ExitCode run_help(const Verb& verb, const Arguments& arguments);
+
+constexpr Verb kVerbs[] = {
+    {"digest", "Prints or checks digests of files", run_digest},
+    {"list", "Lists the algorithms", run_list},
+    {"version", "Prints the version", run_version},
+    {"help", "Explains the command or one of its verbs", run_help},
+};
+
+const Verb* find_verb(std::string_view name) {
+    const auto* const found = std::ranges::find(kVerbs, name, &Verb::name);
+    return found == std::end(kVerbs) ? nullptr : found;
+}
+
+ExitCode unknown_verb(const std::string& name) { return usage_error("", "there is no verb '" + name + "'"); }
+
+ExitCode run_version(const Verb& verb, const Arguments& arguments) {
+    CommandLine line(verb);
+    if (const auto code = line.read(arguments)) return *code;
+    print("morvane " MORVANE_VERSION "\n");
+    return kSuccess;
+}
+
+ExitCode run_help(const Verb& verb, const Arguments& arguments) {
+    CommandLine line(verb);
+    std::string name;
+    const CLI::Option* const topic = line.add_option("VERB", name, "The verb to explain")->type_name("");
+    if (const auto code = line.read(arguments)) return *code;
+
+    if (!topic->empty()) {
+        const Verb* const explained = find_verb(name);
+        return explained == nullptr ? unknown_verb(name) : explained->run(*explained, {"--help"});
+    }
+    std::string text = "Usage: morvane VERB [ARGUMENTS]\n\nVerbs:\n";
+    for (const Verb& each : kVerbs) {
+        constexpr std::size_t kColumn = 12;
+        std::string start = "  " + std::string(each.name);
+        start.resize(std::max(start.size() + 1, kColumn), ' ');
+        text += start + std::string(each.summary) + "\n";
+    }
+    print(text + "\n'morvane help VERB' explains a verb.\n");
+    return kSuccess;
+}
+
+ExitCode run_verb(Arguments arguments) {
+    if (arguments.empty()) return usage_error("", "a verb is missing");
+    std::string name = std::move(arguments.front());
+    arguments.erase(arguments.begin());
+    if (name == "--version") name = "version";
+    if (name == "--help" || name == "-h") name = "help";
+    const Verb* const verb = find_verb(name);
+    return verb == nullptr ? unknown_verb(name) : verb->run(*verb, arguments);
+}
+
+}  // namespace
+
+int run(const Arguments& arguments) {
+    ExitCode result = kInputOutput;
+    try {
+        result = run_verb(arguments);
+    } catch (const std::exception& error) {
+        complain(error.what());
+    }
+    return output_failed() && result == kSuccess ? kInputOutput : result;
+}
+
+}  // namespace morvane::tool

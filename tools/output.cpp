@@ -1,0 +1,41 @@
+#include "output.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace morvane::tool {
+namespace {
+
+int first_failure = 0;  // the errno of it
+
+void remember_failure() {
+    if (first_failure == 0) first_failure = errno != 0 ? errno : EIO;
+}
+
+void flush() {
+    errno = 0;
+    if (std::fflush(stdout) != 0) remember_failure();
+}
+
+}  // namespace
+
+void print(std::string_view text) {
+    errno = 0;
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) remember_failure();
+}
+
+void complain(std::string_view text) {
+    flush();
+    const std::string line = "morvane: " + std::string(text) + "\n";
+    static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));  // no place is left to complain to
+}
+
+bool output_failed() {
+    flush();
+    if (first_failure == 0) return false;
+    complain(std::string("standard output: ") + std::strerror(first_failure));
+    return true;
+}
+
+}  // namespace morvane::tool

@@ -1,0 +1,83 @@
+#include "system.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#include <windows.h>
+
+namespace morvane::tool {
+namespace {
+
+// Empty when the text is not UTF-8.
+std::wstring to_wide(const std::string& text) {
+    const int bytes = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');  // no encoding of UTF-16 has fewer bytes than words
+    const int words = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), bytes, wide.data(), bytes);
+    wide.resize(static_cast<std::size_t>(words));
+    return wide;
+}
+
+std::string to_utf8(const wchar_t* wide) {
+    const int size = WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr);
+    if (size <= 0) return {};
+    std::string text(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, wide, -1, text.data(), size, nullptr, nullptr);
+    text.pop_back();  // the terminating zero
+    return text;
+}
+
+// Makes a console show UTF-8 while the program runs.
+class Utf8Console {
+public:
+    Utf8Console() : before_(GetConsoleOutputCP()) { SetConsoleOutputCP(CP_UTF8); }
+    ~Utf8Console() { SetConsoleOutputCP(before_); }
+    Utf8Console(const Utf8Console&) = delete;
+    Utf8Console& operator=(const Utf8Console&) = delete;
+
+private:
+    UINT before_;
+};
+
+}  // namespace
+
+std::FILE* open_for_reading(const std::string& name) {
+    const std::wstring wide = to_wide(name);
+    if (wide.empty()) {
+        errno = ENOENT;
+        return nullptr;
+    }
+    std::FILE* const file = _wfopen(wide.c_str(), L"rb");
+    if (file == nullptr) {
+        // The runtime calls a directory "permission denied".
+        const int reason = errno;
+        const DWORD attributes = GetFileAttributesW(wide.c_str());
+        const bool directory = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        errno = directory ? EISDIR : reason;
+    }
+    return file;
+}
+
+std::uint64_t size_of(std::FILE* file) {
+    struct _stat64 status {};
+    if (_fstat64(_fileno(file), &status) != 0 || (status.st_mode & _S_IFMT) != _S_IFREG) return 0;
+    return static_cast<std::uint64_t>(status.st_size);
+}
+
+bool stderr_is_terminal() {
+    // _isatty says yes to every character device, NUL among them.
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
+}  // namespace morvane::tool
+
+extern "C" int wmain(int argc, wchar_t** argv) {
+    using namespace morvane::tool;
+    for (std::FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+    const Utf8Console console;
+    Arguments arguments;
+    for (int i = 1; i < argc; ++i) arguments.push_back(to_utf8(argv[i]));
+    return run(arguments);
+}
