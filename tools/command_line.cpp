@@ -11,12 +11,12 @@ CommandLine::CommandLine(const Verb& verb)
 }
 
 CLI::Option* CommandLine::add_files(const std::string& description) {
-    // Without extra arguments, because with them the parser splits a file name in brackets at its commas. It then takes
-    // as many operands as are expected at least, and with the policy does not mind fewer.
+    // The usual way to ask for any number, expected(-1), makes the parser split a file name in brackets at its commas.
+    // Here it takes as many operands as are expected at least, and with this policy it does not mind fewer.
+    constexpr int kMany = CLI::detail::expected_max_vector_size;
     return add_option("FILE", CLI::callback_t{}, description)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->expected(CLI::detail::expected_max_vector_size, CLI::detail::expected_max_vector_size)
-        ->allow_extra_args(false);
+        ->expected(kMany, kMany);
 }
 
 std::optional<ExitCode> CommandLine::read(const Arguments& arguments) {

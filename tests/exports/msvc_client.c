@@ -1,5 +1,5 @@
-/* A program compiled for Microsoft's ABI and linked with MorvaneCrypto.lib, without any run-time library. Its exit code is 0
- * when a digest through both calling conventions comes out right. */
+/* A program compiled for Microsoft's ABI and linked with MorvaneCrypto.lib, without any run-time library. Its exit code is
+ * 0 when a digest through both calling conventions comes out right. */
 #include <morvane/csp.h>
 #include <morvane/hash.h>
 
