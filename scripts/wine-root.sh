@@ -49,6 +49,8 @@ for package in "$state"/archives/*.deb; do
 done
 dlls=$partial/usr/lib/i386-linux-gnu/wine
 rm -rf "$state" "$dlls/x86_64-windows" "$partial"/usr/share/{doc,man,locale}
+# Wine does without fontconfig, which complains on standard error where this machine has no configuration of it.
+rm -f "$partial"/usr/lib/i386-linux-gnu/libfontconfig.so.*
 # Two things are otherwise than unpacking leaves them. The server is started by a script that knows /usr only. And zlib, a
 # plain Windows library of another package, is loaded once it bears the mark of Wine's own; installing would write that.
 ln -sf wineserver32 "$partial/usr/lib/wine/wineserver"

@@ -1,0 +1,32 @@
+#include "digests.h"
+
+#include <gcrypt.h>
+#include <memory>
+
+namespace morvane::bench {
+
+void add_gcrypt(Digests& all, bool portable) {
+    if (portable) gcry_control(GCRYCTL_DISABLE_HWF, "all", nullptr);
+    gcry_check_version(nullptr);
+    gcry_control(GCRYCTL_INITIALIZATION_FINISHED, 0);
+
+    constexpr struct {
+        const char* primitive;
+        gcry_md_algos algorithm;
+    } kDigests[] = {{"md4", GCRY_MD_MD4},      {"md5", GCRY_MD_MD5},       {"ripemd160", GCRY_MD_RMD160},
+                    {"sha1", GCRY_MD_SHA1},    {"sha256", GCRY_MD_SHA256}, {"sha384", GCRY_MD_SHA384},
+                    {"sha512", GCRY_MD_SHA512}};
+    for (const auto& row : kDigests) {
+        all.push_back({row.primitive, "gcrypt",
+                       [algorithm = row.algorithm](std::uint8_t* digest, const std::uint8_t* message, std::size_t size) {
+                           gcry_md_hash_buffer(algorithm, digest, message, size);
+                       }});
+    }
+    all.push_back({"hmac-sha1", "gcrypt", [](std::uint8_t* mac, const std::uint8_t* message, std::size_t size) {
+                       const gcry_buffer_t pieces[] = {{0, 0, kMacKeyBytes, const_cast<std::uint8_t*>(kMacKey)},
+                                                       {0, 0, size, const_cast<std::uint8_t*>(message)}};
+                       gcry_md_hash_buffers(GCRY_MD_SHA1, GCRY_MD_FLAG_HMAC, mac, pieces, 2);
+                   }});
+}
+
+}  // namespace morvane::bench
