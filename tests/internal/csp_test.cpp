@@ -1,12 +1,17 @@
 #include "csp/cipher_table.h"
 #include "csp/error.h"
+#include "csp/expect_fails.h"
+#include "csp/padding.h"
 #include "csp/session.h"
+#include "support/bytes.h"
+#include "support/failing_heap.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using namespace morvane::csp;
+using namespace morvane::test;
 
 TEST(ErrorCell, MovesForeignCodesAbove2000) {
     EXPECT_EQ(fail(5), -1);
@@ -48,6 +53,64 @@ TEST(Resolve, CopiesTheContextIntoAFreshRecord) {
     EXPECT_EQ(fresh->attributes, &attribute);
     EXPECT_EQ(fresh->state, nullptr);
     EXPECT_EQ(resolve(reinterpret_cast<CspHandle>(&handle_session), nullptr), &handle_session);
+}
+
+TEST(BlockPadding, FillsByOption) {
+    constexpr CspCipherTable kCipher = {128, 8, 8, 8};
+    constexpr struct {
+        std::uint32_t option;
+        const char* of_five;
+        const char* of_none;
+    } kCases[] = {
+        {2, "cccccccccc000000", "0000000000000000"}, {3, "cccccccccc010101", "0101010101010101"},
+        {4, "cccccccccc555555", "5555555555555555"}, {5, "ccccccccccffffff", "ffffffffffffffff"},
+        {6, "cccccccccc030303", "0808080808080808"}, {7, "cccccccccc030303", "0808080808080808"},
+        {8, "cccccccccc000000", "0000000000000000"},
+    };
+    for (const auto& row : kCases) {
+        for (const std::uint32_t carried : {5U, 0U}) {
+            Bytes block(9, 0xcc);
+            std::uint32_t count = carried;
+            ASSERT_TRUE(pad_block(kCipher, block.data(), count, row.option));
+            EXPECT_EQ(count, 8U);
+            EXPECT_EQ(to_hex(block), std::string(carried == 5 ? row.of_five : row.of_none) + "cc") << row.option;
+        }
+    }
+}
+
+TEST(BlockPadding, LeavesTheRestAlone) {
+    Bytes block(8, 0xcc);
+    std::uint32_t count = 5;
+    EXPECT_TRUE(pad_block({128, 8, 8, 8}, block.data(), count, kPadNone));
+    EXPECT_EQ(count, 5U);
+    EXPECT_FALSE(pad_block({128, 8, 8, 8}, block.data(), count, kPadRandom));
+    EXPECT_EQ(count, 5U);
+    EXPECT_TRUE(pad_block({1032, 0, 0, 0}, block.data(), count, kPadPkcs5));
+    EXPECT_EQ(count, 0U);
+    EXPECT_EQ(block, Bytes(8, 0xcc));
+}
+
+TEST(AllocationFailure, IsReportedByWhoeverAllocates) {
+    const CSSM_CONTEXT context = {CSP_CONTEXT_DIGEST, CSP_ALG_SHA1, 0, 0, nullptr};
+    CspSession session{};
+    session.context_type = CSP_CONTEXT_DIGEST;
+    session.algorithm = CSP_ALG_SHA1;
+    const auto handle = reinterpret_cast<CspHandle>(&session);
+    {
+        const FailingHeap heap(0);
+        EXPECT_FAILS(CSP_DigestDataInit(100, 0, &context), CSP_ERR_NO_CONTEXT);
+        EXPECT_FAILS(CSP_DigestDataInit(100, handle, nullptr), CSP_ERR_PRIMITIVE_FAILED);
+        EXPECT_EQ(session.state, nullptr);
+    }
+    ASSERT_EQ(CSP_DigestDataInit(100, handle, nullptr), 0);
+    CSSM_DATA output = {0, nullptr};
+    {
+        const FailingHeap heap(0);
+        EXPECT_FAILS(CSP_DigestDataFinal(100, handle, &output), CSP_ERR_MEMORY);
+    }
+    Bytes digest(20);
+    output = {20, digest.data()};
+    EXPECT_EQ(CSP_DigestDataFinal(100, handle, &output), 0) << "the state survived";
 }
 
 }  // namespace

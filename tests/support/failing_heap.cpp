@@ -1,0 +1,26 @@
+#include "support/failing_heap.h"
+
+#include <cstddef>
+
+namespace {
+
+bool failing = false;
+int good_ones = 0;
+
+}  // namespace
+
+extern "C" void* __real_calloc(std::size_t count, std::size_t size);
+extern "C" void* __wrap_calloc(std::size_t count, std::size_t size) {
+    return failing && good_ones-- <= 0 ? nullptr : __real_calloc(count, size);
+}
+
+namespace morvane::test {
+
+FailingHeap::FailingHeap(int good) {
+    good_ones = good;
+    failing = true;
+}
+
+FailingHeap::~FailingHeap() { failing = false; }
+
+}  // namespace morvane::test
