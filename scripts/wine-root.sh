@@ -49,8 +49,8 @@ for package in "$state"/archives/*.deb; do
 done
 dlls=$partial/usr/lib/i386-linux-gnu/wine
 rm -rf "$state" "$dlls/x86_64-windows" "$partial"/usr/share/{doc,man,locale}
-# Wine does without fontconfig, which complains on standard error where this machine has no configuration of it.
-rm -f "$partial"/usr/lib/i386-linux-gnu/libfontconfig.so.*
+# Fontconfig complains on standard error where it finds no configuration.
+printf '<fontconfig/>\n' >"$partial/fonts.conf"
 # Two things are otherwise than unpacking leaves them. The server is started by a script that knows /usr only. And zlib, a
 # plain Windows library of another package, is loaded once it bears the mark of Wine's own; installing would write that.
 ln -sf wineserver32 "$partial/usr/lib/wine/wineserver"
@@ -58,6 +58,9 @@ zlib=$dlls/i386-windows/zlib1.dll
 cp "$partial/usr/i686-w64-mingw32/lib/zlib1.dll" "$zlib"
 { printf 'Wine builtin DLL' && head -c 16 /dev/zero; } | dd of="$zlib" bs=1 seek=64 conv=notrunc status=none
 
-quietly wine-prefix env MORVANE_WINE_ROOT="$partial" "$repo/scripts/wine-run.sh" wineboot --init || die "Wine does not start"
-MORVANE_WINE_ROOT=$partial "$repo/scripts/wine-run.sh" --stop
+export MORVANE_WINE_ROOT=$partial
+started=yes
+quietly wine-prefix timeout 120 "$repo/scripts/wine-run.sh" wineboot --init || started=
+"$repo/scripts/wine-run.sh" --stop
+[[ -n $started ]] || die "Wine does not start"
 mv -T "$partial" "$root" || die "$root is in the way: remove it, or name another place in MORVANE_WINE_ROOT"

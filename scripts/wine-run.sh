@@ -17,6 +17,7 @@ unset DISPLAY LD_PRELOAD
 export LD_LIBRARY_PATH=/lib32:$root/lib/i386-linux-gnu:$root/usr/lib/i386-linux-gnu
 export HOME=$root/home WINEPREFIX=$root/prefix WINEARCH=win32 WINEDEBUG=-all LC_ALL=C.UTF-8
 export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
+export FONTCONFIG_FILE=$root/fonts.conf
 export TMPDIR=$root/run # the server's socket; Windows programs have a temporary folder of their own
 
 if [[ $1 == --stop ]]; then
