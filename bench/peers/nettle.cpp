@@ -36,7 +36,7 @@ void add_nettle(Digests& all) {
                        hmac_sha1_ctx context;
                        nettle_hmac_sha1_set_key(&context, kMacKeyBytes, kMacKey);
                        nettle_hmac_sha1_update(&context, size, message);
-                       nettle_hmac_sha1_digest(&context, 20, mac);
+                       nettle_hmac_sha1_digest(&context, kMacBytes, mac);
                    }});
 }
 
