@@ -35,7 +35,8 @@ CspSession* resolve(CspHandle handle, const CSSM_CONTEXT* context) noexcept {
 }
 
 const CSSM_CONTEXT_ATTRIBUTE* find_attribute(const CspSession& session, std::uint32_t type) noexcept {
-    for (std::uint32_t i = 0; i < session.number_of_attributes; ++i) {
+    const std::uint32_t count = session.attributes == nullptr ? 0 : session.number_of_attributes;
+    for (std::uint32_t i = 0; i < count; ++i) {
         if (session.attributes[i].AttributeType == type) return &session.attributes[i];
     }
     store_error(CSP_ERR_NO_ATTRIBUTE);
