@@ -29,8 +29,8 @@
  * read; any value will do.
  *
  * Attributes. A context carries an array of typed attributes, owned by its maker and only read. Of two attributes of one
- * type the first counts; a null array is an empty one. A look-up that finds nothing leaves CSP_ERR_NO_ATTRIBUTE in the error cell; where the attribute
- * is required, the service then stores its own code over it.
+ * type the first counts; a null array is an empty one. A look-up that finds nothing leaves CSP_ERR_NO_ATTRIBUTE in the
+ * error cell; where the attribute is required, the service then stores its own code over it.
  *
  * Threads. Distinct sessions may be used on distinct threads at once, one session on one thread at a time. The error cell
  * is one word for the whole process: the last failure on any thread wins. */
