@@ -4,6 +4,7 @@
 
 #include "base/wipe.h"
 #include "csp/table.h"
+#include "hash/md5.h"
 
 #include <cstdlib>
 
@@ -37,8 +38,21 @@ constexpr Primitive primitive(std::uint32_t algorithm, std::uint32_t digest_byte
     return primitive<Init, Update, Final>(algorithm, digest_bytes, Init);
 }
 
+// A data buffer's length is unsigned, HAS-160's is signed: more than it can take goes in by two calls.
+void update_has160(E_HAS160_CTX* ctx, const std::uint8_t* data, std::uint32_t len) {
+    constexpr std::uint32_t kMost = 0x40000000;
+    for (; len > kMost; len -= kMost, data += kMost) E_HAS160_Update(ctx, data, kMost);
+    E_HAS160_Update(ctx, data, static_cast<std::int32_t>(len));
+}
+
+// MD5 begins as MD4 does: initial value and record are the same, only update and final differ.
 constexpr std::array kPrimitives = {
+    primitive<E_MD2_Init, E_MD2_Update, E_MD2_Final>(CSP_ALG_MD2, E_MD2_DIGEST_BYTES),
+    primitive<E_MD4_Init, E_MD4_Update, E_MD4_Final>(CSP_ALG_MD4, E_MD4_DIGEST_BYTES),
+    primitive<E_MD4_Init, hash::md5_update, hash::md5_final>(CSP_ALG_MD5, E_MD4_DIGEST_BYTES),
     primitive<E_SHA1_Init, E_SHA1_Update, E_SHA1_Final>(CSP_ALG_SHA1, E_SHA1_DIGEST_BYTES),
+    primitive<E_RIPEMD160_Init, E_RIPEMD160_Update, E_RIPEMD160_Final>(CSP_ALG_RIPEMD160, E_RIPEMD160_DIGEST_BYTES),
+    primitive<E_HAS160_Init, update_has160, E_HAS160_Final>(CSP_ALG_HAS160, E_HAS160_DIGEST_BYTES),
 };
 static_assert(is_sorted_table(kPrimitives));
 
@@ -74,6 +88,7 @@ bool final_digest(CSSM_DATA& output, void* state, std::uint32_t algorithm) noexc
     return true;
 }
 
+constexpr CspDigestTable kDigest16 = {16, init_digest, update_digest, final_digest};
 constexpr CspDigestTable kDigest20 = {20, init_digest, update_digest, final_digest};
 
 struct Selection {
@@ -82,9 +97,17 @@ struct Selection {
 };
 
 constexpr std::array kSelections = {
+    Selection{CSP_ALG_MD2, &kDigest16},
+    Selection{CSP_ALG_MD4, &kDigest16},
+    Selection{CSP_ALG_MD5, &kDigest16},
     Selection{CSP_ALG_SHA1, &kDigest20},
+    Selection{CSP_ALG_RIPEMD160, &kDigest20},
+    Selection{CSP_ALG_MD5_WITH_RSA, &kDigest16},
+    Selection{CSP_ALG_MD2_WITH_RSA, &kDigest16},
     Selection{CSP_ALG_SHA1_WITH_RSA, &kDigest20},
     Selection{CSP_ALG_SHA1_WITH_DSA, &kDigest20},
+    Selection{CSP_ALG_HAS160, &kDigest20},
+    Selection{CSP_ALG_HAS160_WITH_KCDSA, &kDigest20},
 };
 static_assert(is_sorted_table(kSelections));
 

@@ -1,11 +1,12 @@
 // The steps of SHA-1 and SHA-0 (FIPS 180-1, section 7), shared by the routines that differ in how they expand the message.
 #pragma once
 
+#include "hash/unroll.h"
+
 #include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 
 namespace morvane::hash {
 
@@ -50,16 +51,5 @@ struct Sha1Variables {
         b = std::rotl(b, 30);
     }
 };
-
-// Calls f.template operator()<0>() and so on up to Count - 1.
-template <typename F, std::size_t... I>
-[[gnu::always_inline]] inline void unroll(F&& f, std::index_sequence<I...> /*indices*/) noexcept {
-    (f.template operator()<I>(), ...);
-}
-
-template <std::size_t Count, typename F>
-[[gnu::always_inline]] inline void unroll(F&& f) noexcept {
-    unroll(f, std::make_index_sequence<Count>{});
-}
 
 }  // namespace morvane::hash

@@ -1,0 +1,28 @@
+// The compression functions of SHA-256 and of SHA-384 and SHA-512 (FIPS 180-2).
+#pragma once
+
+#include "cpu/cpu.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace morvane::hash {
+
+// Folds count blocks of 64 bytes, at any alignment, into the eight words of state.
+using Sha256CompressFn = void(std::uint32_t* state, const std::uint8_t* blocks, std::size_t count);
+Sha256CompressFn sha256_compress_portable;
+Sha256CompressFn sha256_compress_sha;  // needs SSSE3, SSE4.1 and the SHA instructions
+extern cpu::Dispatch<Sha256CompressFn, 2> sha256_compress;
+
+// Folds count blocks of 128 bytes into the eight 64-bit words of state, each held as two words, the low one first.
+using Sha512CompressFn = void(std::uint32_t* state, const std::uint8_t* blocks, std::size_t count);
+Sha512CompressFn sha512_compress_portable;
+Sha512CompressFn sha512_compress_avx2;  // needs AVX2, BMI1 and BMI2
+extern cpu::Dispatch<Sha512CompressFn, 2> sha512_compress;
+
+// The first bits of the fractional parts of the cube roots of the first primes: the constants of the rounds.
+extern const std::array<std::uint32_t, 64> kSha256Constants;
+extern const std::array<std::uint64_t, 80> kSha512Constants;
+
+}  // namespace morvane::hash

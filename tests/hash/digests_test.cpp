@@ -1,0 +1,181 @@
+// What every digest must do: meet its published vectors and give one digest for a message however it is cut. MD5 has no
+// exported function; it is reached through the provider layer, as all that have an identifier are here as well.
+#include <morvane/csp.h>
+#include <morvane/hash.h>
+
+#include "support/vectors.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace morvane::test;
+
+using Pieces = std::vector<Bytes>;
+
+struct Digest {
+    const char* name;  // also of its vectors
+    std::size_t bytes;
+    Bytes (*in_pieces)(const Pieces&);
+    Bytes (*at_once)(const Bytes&);
+    const char* of_a_million;  // letters "a"
+};
+
+template <typename Context, auto Init, auto Update, auto Final, std::size_t Size, typename Length = std::uint32_t>
+Bytes in_pieces(const Pieces& pieces) {
+    Context ctx;
+    Init(&ctx);
+    for (const Bytes& piece : pieces) Update(&ctx, piece.data(), static_cast<Length>(piece.size()));
+    Bytes digest(Size);
+    Final(&ctx, digest.data());
+    return digest;
+}
+
+template <auto OneShot, std::size_t Size, typename Length = std::uint32_t>
+Bytes at_once(const Bytes& message) {
+    Bytes digest(Size);
+    OneShot(digest.data(), message.data(), static_cast<Length>(message.size()));
+    return digest;
+}
+
+template <auto OneShot, std::size_t Size>
+Bytes at_once_sha2(const Bytes& message) {
+    Bytes digest(Size);
+    std::uint32_t size = 0;
+    OneShot(digest.data(), &size, message.data(), size32(message));
+    EXPECT_EQ(size, Size);
+    return digest;
+}
+
+template <std::uint32_t Algorithm, std::size_t Size>
+Bytes by_provider(const Pieces& pieces) {
+    CspSession session{};
+    session.context_type = CSP_CONTEXT_DIGEST;
+    session.algorithm = Algorithm;
+    const auto handle = reinterpret_cast<CspHandle>(&session);
+    EXPECT_EQ(CSP_DigestDataInit(100, handle, nullptr), 0);
+    for (Bytes piece : pieces) {
+        piece.push_back(0);  // so that Data is never null
+        const CSSM_DATA buffer = {size32(piece) - 1, piece.data()};
+        EXPECT_EQ(CSP_DigestDataUpdate(100, handle, &buffer, 1), 0);
+    }
+    Bytes digest(Size);
+    CSSM_DATA output = {30, digest.data()};
+    output.Length = Size;
+    EXPECT_EQ(CSP_DigestDataFinal(100, handle, &output), 0);
+    EXPECT_EQ(output.Length, Size);
+    return digest;
+}
+
+template <std::uint32_t Algorithm, std::size_t Size>
+Bytes by_provider_at_once(const Bytes& message) {
+    return by_provider<Algorithm, Size>({message});
+}
+
+const Digest kDigests[] = {
+    {"md2", 16, in_pieces<E_MD2_CTX, E_MD2_Init, E_MD2_Update, E_MD2_Final, 16>, at_once<E_MD2, 16>,
+     "8c0a09ff1216ecaf95c8130953c62efd"},
+    {"md2", 16, by_provider<CSP_ALG_MD2, 16>, at_once<E_MD2, 16>, nullptr},
+    {"md4", 16, in_pieces<E_MD5_CTX, E_MD4_Init, E_MD4_Update, E_MD4_Final, 16>, at_once<E_MD4, 16>,
+     "bbce80cc6bb65e5c6745e30d4eeca9a4"},
+    {"md4", 16, by_provider<CSP_ALG_MD4, 16>, at_once<E_MD4, 16>, nullptr},
+    {"md5", 16, by_provider<CSP_ALG_MD5, 16>, by_provider_at_once<CSP_ALG_MD5, 16>, "7707d6ae4e027c70eea2a935c2296f21"},
+    {"sha1", 20, in_pieces<E_SHA1_CTX, E_SHA1_Init, E_SHA1_Update, E_SHA1_Final, 20>, at_once<E_SHA1, 20>,
+     "34aa973cd4c4daa4f61eeb2bdbad27316534016f"},
+    {"ripemd160", 20, in_pieces<E_RIPEMD160_CTX, E_RIPEMD160_Init, E_RIPEMD160_Update, E_RIPEMD160_Final, 20>,
+     at_once<E_RIPEMD160, 20>, "52783243c1697bdbe16d37f97f68f08325dc1528"},
+    {"ripemd160", 20, by_provider<CSP_ALG_RIPEMD160, 20>, at_once<E_RIPEMD160, 20>, nullptr},
+    {"has160", 20, in_pieces<E_HAS160_CTX, E_HAS160_Init, E_HAS160_Update, E_HAS160_Final, 20, std::int32_t>,
+     at_once<E_HAS160, 20, std::int32_t>, "d6ad6f0608b878da9b87999c2525cc84f4c9f18d"},
+    {"has160", 20, by_provider<CSP_ALG_HAS160, 20>, at_once<E_HAS160, 20, std::int32_t>, nullptr},
+    {"sha256", 32, in_pieces<E_SHA256_CTX, E_SHA256_Init, E_SHA256_Update, E_SHA256_Final, 32>, at_once_sha2<E_SHA256, 32>,
+     "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0"},
+    {"sha384", 48, in_pieces<E_SHA512_CTX, E_SHA384_Init, E_SHA384_Update, E_SHA384_Final, 48>, at_once_sha2<E_SHA384, 48>,
+     "9d0e1809716474cb086e834e310a4a1ced149e9c00f248527972cec5704c2a5b07b8b3dc38ecc4ebae97ddd87f3d8985"},
+    {"sha512", 64, in_pieces<E_SHA512_CTX, E_SHA512_Init, E_SHA512_Update, E_SHA512_Final, 64>, at_once_sha2<E_SHA512, 64>,
+     "e718483d0ce769644e2e42c7bc15b4638e1f98b13b2044285632a803afa973ebde0ff244877ea60a4cb0432ce577c31b"
+     "eb009c5c2c49aa2e4eadb217ad8cc09b"},
+};
+
+TEST(Digests, MeetPublishedVectors) {
+    for (const Digest& digest : kDigests) {
+        for (const Vector& vector : load_vectors(std::string(digest.name) + ".txt")) {
+            const Bytes message = vector.bytes("message");
+            ASSERT_EQ(to_hex(digest.at_once(message)), vector.text("digest")) << digest.name << " of " << to_hex(message);
+            ASSERT_EQ(to_hex(digest.in_pieces({message})), vector.text("digest")) << digest.name;
+        }
+        if (digest.of_a_million != nullptr) {
+            EXPECT_EQ(to_hex(digest.at_once(repeated("a", 1000000))), digest.of_a_million) << digest.name;
+        }
+    }
+}
+
+TEST(Digests, AnySplittingGivesTheSameDigest) {
+    constexpr std::uint32_t kSeed = 20261;
+    Random random(kSeed);
+    for (const Digest& digest : kDigests) {
+        for (int i = 0; i < 500; ++i) {
+            const std::uint32_t longest = 1 + random.below(300);
+            Pieces pieces;
+            Bytes whole;
+            for (std::uint32_t n = random.below(8); n != 0; --n) {
+                pieces.push_back(random.bytes(random.below(longest)));
+                whole.insert(whole.end(), pieces.back().begin(), pieces.back().end());
+            }
+            ASSERT_EQ(digest.in_pieces(pieces), digest.at_once(whole))
+                << digest.name << ", message " << i << ", seed " << kSeed;
+        }
+    }
+}
+
+// The counts are all that a record knows of earlier blocks besides the chaining value, so a preset count stands for a long
+// message.
+TEST(Digests, CountBitsWithTheCarriesOfTheirRecords) {
+    const Bytes blocks(256, 'x');
+    Bytes digest(64);
+
+    E_SHA256_CTX sha256;
+    E_SHA256_Init(&sha256);
+    sha256.count_lo = 0xfffffe00;
+    E_SHA256_Update(&sha256, blocks.data(), 128);
+    EXPECT_EQ(sha256.count_lo, 0x200U);
+    EXPECT_EQ(sha256.count_hi, 0U) << "no carry";
+
+    E_SHA512_CTX sha512;
+    E_SHA512_Init(&sha512);
+    sha512.count[0] = 0xfffffc00;
+    sha512.count[1] = sha512.count[2] = 0xffffffff;
+    E_SHA512_Update(&sha512, blocks.data(), 256);
+    EXPECT_EQ(sha512.count[0], 0x400U);
+    EXPECT_EQ(sha512.count[1], 0U);
+    EXPECT_EQ(sha512.count[2], 0U);
+    EXPECT_EQ(sha512.count[3], 1U);
+    E_SHA512_Final(&sha512, digest.data());
+    EXPECT_EQ(to_hex(sha512.block + 112, 16), "00000001000000000000000000000400");
+
+    E_MD5_CTX md4;
+    E_MD4_Init(&md4);
+    md4.count_lo = 0xfffffe00;
+    E_MD4_Update(&md4, blocks.data(), 128);
+    EXPECT_EQ(md4.count_hi, 1U);
+    E_MD4_Final(&md4, digest.data());
+    EXPECT_EQ(md4.count_lo, 0x400U) << "the padding is counted too";
+
+    E_HAS160_CTX has160;
+    E_HAS160_Init(&has160);
+    has160.count_lo = 0xfffffe00;
+    E_HAS160_Update(&has160, blocks.data(), 128);
+    E_HAS160_Update(&has160, blocks.data(), -5);
+    EXPECT_EQ(has160.count_lo, 0x200U);
+    E_HAS160_Final(&has160, digest.data());
+    EXPECT_EQ(to_hex(has160.block + 56, 8), "0002000001000000");
+}
+
+TEST(Digests, HoldStateWordsLowHalfFirst) {
+    E_SHA512_CTX ctx;
+    E_SHA512_Init(&ctx);
+    EXPECT_EQ(ctx.state[0], 0xf3bcc908U);
+    EXPECT_EQ(ctx.state[1], 0x6a09e667U);
+}
+
+}  // namespace
