@@ -7,8 +7,19 @@
 namespace morvane::tool {
 namespace {
 
+constexpr std::string_view kBroken = "broken: only to verify old data";
+constexpr std::string_view kShort = "short by today's measure: for existing formats";
+
 constexpr Algorithm kAlgorithms[] = {
-    {"sha1", CSP_ALG_SHA1, Kind::kDigest, 20, "broken: only to verify old data"},
+    {"md2", CSP_ALG_MD2, Kind::kDigest, 16, kBroken},
+    {"md4", CSP_ALG_MD4, Kind::kDigest, 16, kBroken},
+    {"md5", CSP_ALG_MD5, Kind::kDigest, 16, kBroken},
+    {"sha1", CSP_ALG_SHA1, Kind::kDigest, 20, kBroken},
+    {"ripemd160", CSP_ALG_RIPEMD160, Kind::kDigest, 20, kShort},
+    {"has160", CSP_ALG_HAS160, Kind::kDigest, 20, kShort},
+    {"sha256", 0, Kind::kDigest, 32, ""},
+    {"sha384", 0, Kind::kDigest, 48, ""},
+    {"sha512", 0, Kind::kDigest, 64, ""},
 };
 
 // Not std::tolower: names are ASCII whatever the locale.

@@ -11,7 +11,7 @@ enum class Kind { kDigest };
 
 struct Algorithm {
     std::string_view name;
-    std::uint32_t id;  // a CSP_ALG_ value
+    std::uint32_t id;  // a CSP_ALG_ value, or 0: the provider layer does not have it, the primitives are called
     Kind kind;
     std::uint32_t digest_bytes;
     std::string_view note;

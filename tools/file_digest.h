@@ -1,4 +1,4 @@
-// Digests of whole inputs, computed by the library's provider layer.
+// Digests of whole inputs, computed by the library's provider layer or, where that has no such digest, by its primitives.
 #pragma once
 
 #include "algorithms.h"

@@ -150,11 +150,12 @@ MORVANE_API uint32_t MORVANE_CALL GetError(void);
 
 /* ---- Digests: Init, any number of Updates, Final ----
  *
- * Algorithms: CSP_ALG_SHA1 (20 bytes).
+ * Algorithms: CSP_ALG_MD2, CSP_ALG_MD4, CSP_ALG_MD5 (16 bytes), CSP_ALG_SHA1, CSP_ALG_RIPEMD160, CSP_ALG_HAS160 (20 bytes).
  *
- * The signature identifiers are accepted too and stand for the digest of their name: CSP_ALG_SHA1_WITH_RSA and
- * CSP_ALG_SHA1_WITH_DSA. A digest begun under one of them succeeds at every call, hashes nothing and writes no
- * digest; only the plain identifiers hash. Final still applies the buffer rules to its output. */
+ * The signature identifiers are accepted too and stand for the digest of their name: CSP_ALG_MD5_WITH_RSA,
+ * CSP_ALG_MD2_WITH_RSA, CSP_ALG_SHA1_WITH_RSA, CSP_ALG_SHA1_WITH_DSA and CSP_ALG_HAS160_WITH_KCDSA. A digest begun under
+ * one of them succeeds at every call, hashes nothing and writes no digest; only the plain identifiers hash. Final still
+ * applies the buffer rules to its output. */
 
 /* Begins a digest.
  *   csp      never read

@@ -40,7 +40,8 @@ struct Md4 {
             a += choose(b, c, d);
         } else if constexpr (kRound == 1) {
             a += x[i % 4 * 4 + i / 4] + 0x5A827999;
-            a += (b & (c | d)) | (c & d);
+            a += c & d;  // the two parts of the majority have no bit in common
+            a += b & (c ^ d);
         } else {
             a += x[kThird[i]] + 0x6ED9EBA1;
             a += b ^ (c ^ d);

@@ -1,105 +1,33 @@
-// SHA-512 with the message expansion in AVX2 registers, four words at a time, beside scalar steps with BMI2 rotations.
-#include "hash/sha2_compress.h"
-#include "hash/sha512_rounds.h"
-
+// SHA-512 with AVX2 and BMI2.
 #include <immintrin.h>
 
-#define MORVANE_AVX2        [[gnu::target("avx2,bmi,bmi2")]]
-#define MORVANE_AVX2_INLINE [[gnu::target("avx2,bmi,bmi2"), gnu::always_inline]] inline
+#define MORVANE_TARGET [[gnu::target("avx2,bmi,bmi2")]]
+#define MORVANE_INLINE [[gnu::target("avx2,bmi,bmi2"), gnu::always_inline]] inline
 
 namespace morvane::hash {
 namespace {
 
-template <int Bits>
-MORVANE_AVX2_INLINE __m256i rotr(__m256i words) noexcept {
-    return _mm256_or_si256(_mm256_srli_epi64(words, Bits), _mm256_slli_epi64(words, 64 - Bits));
+MORVANE_INLINE __m256i mix_back15(__m256i words) noexcept {
+    const __m256i by1 = _mm256_xor_si256(_mm256_srli_epi64(words, 1), _mm256_slli_epi64(words, 63));
+    const __m256i by8 = _mm256_xor_si256(_mm256_srli_epi64(words, 8), _mm256_slli_epi64(words, 56));
+    return _mm256_xor_si256(_mm256_xor_si256(by1, by8), _mm256_srli_epi64(words, 7));
 }
 
-MORVANE_AVX2_INLINE __m256i load_be_words(const std::uint8_t* bytes) noexcept {
-    const __m256i swap = _mm256_setr_epi64x(0x0001020304050607, 0x08090a0b0c0d0e0f, 0x0001020304050607, 0x08090a0b0c0d0e0f);
-    return _mm256_shuffle_epi8(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(bytes)), swap);
-}
-
-// The four words that begin one word into `low` and end one word into `high`.
-MORVANE_AVX2_INLINE __m256i one_later(__m256i low, __m256i high) noexcept {
-    return _mm256_alignr_epi8(_mm256_permute2x128_si256(low, high, 0x21), low, 8);
-}
-
-MORVANE_AVX2_INLINE __m128i expand1(__m128i words) noexcept {
+MORVANE_INLINE __m128i mix_back2(__m128i words) noexcept {
     const __m128i by19 = _mm_xor_si128(_mm_srli_epi64(words, 19), _mm_slli_epi64(words, 45));
     const __m128i by61 = _mm_xor_si128(_mm_srli_epi64(words, 61), _mm_slli_epi64(words, 3));
     return _mm_xor_si128(_mm_xor_si128(by19, by61), _mm_srli_epi64(words, 6));
 }
 
-// The group of the expansion after the four groups in w, of which w0 is the oldest.
-MORVANE_AVX2_INLINE __m256i expand(__m256i w0, __m256i w1, __m256i w2, __m256i w3) noexcept {
-    const __m256i back15 = one_later(w0, w1);
-    const __m256i back7 = one_later(w2, w3);
-    const __m256i mixed =
-        _mm256_xor_si256(_mm256_xor_si256(rotr<1>(back15), rotr<8>(back15)), _mm256_srli_epi64(back15, 7));
-    const __m256i sum = _mm256_add_epi64(_mm256_add_epi64(w0, back7), mixed);
-    // The last term reaches back two words: the first two words come from the group before, the others from these.
-    const __m128i first = _mm_add_epi64(_mm256_castsi256_si128(sum), expand1(_mm256_extracti128_si256(w3, 1)));
-    const __m128i second = _mm_add_epi64(_mm256_extracti128_si256(sum, 1), expand1(first));
-    return _mm256_inserti128_si256(_mm256_castsi128_si256(first), second, 1);
-}
-
-struct Compression {
-    Sha512Variables variables;
-    __m256i w[4];                                     // the last four groups of the expansion, group g at g % 4
-    alignas(32) std::array<std::uint64_t, 16> words;  // the same with the constants of their steps added
-
-    // Group G of sixteen steps from `first`. Its words are taken before the group four ahead replaces them.
-    template <std::size_t G>
-    MORVANE_AVX2_INLINE void group(std::size_t first, bool more) noexcept {
-        __m256i next{};
-        if (more) {
-            next = expand(w[G], w[(G + 1) % 4], w[(G + 2) % 4], w[(G + 3) % 4]);
-            w[G] = next;
-        }
-        variables.step<4 * G % 8>(words[4 * G]);
-        variables.step<(4 * G + 1) % 8>(words[4 * G + 1]);
-        variables.step<(4 * G + 2) % 8>(words[4 * G + 2]);
-        variables.step<(4 * G + 3) % 8>(words[4 * G + 3]);
-        if (more) put_words<G>(first + 16);
-    }
-
-    template <std::size_t G>
-    MORVANE_AVX2_INLINE void put_words(std::size_t first) noexcept {
-        const auto* const constants = reinterpret_cast<const __m256i*>(&kSha512Constants[first + 4 * G]);
-        _mm256_store_si256(reinterpret_cast<__m256i*>(&words[4 * G]),
-                           _mm256_add_epi64(w[G], _mm256_loadu_si256(constants)));
-    }
-
-    template <std::size_t G>
-    MORVANE_AVX2_INLINE void load(const std::uint8_t* block) noexcept {
-        w[G] = load_be_words(block + 32 * G);
-        put_words<G>(0);
-    }
-};
-
 }  // namespace
+}  // namespace morvane::hash
 
-MORVANE_AVX2 void sha512_compress_avx2(std::uint32_t* state, const std::uint8_t* blocks, std::size_t count) {
-    Sha512Variables sum;
-    for (std::size_t i = 0; i < 8; ++i) sum.v[i] = sha512_state_word(state, i);
-    for (; count != 0; --count, blocks += 128) {
-        Compression compression;
-        compression.variables = sum;
-        compression.load<0>(blocks);
-        compression.load<1>(blocks);
-        compression.load<2>(blocks);
-        compression.load<3>(blocks);
-        for (std::size_t first = 0; first < 80; first += 16) {
-            const bool more = first < 64;
-            compression.group<0>(first, more);
-            compression.group<1>(first, more);
-            compression.group<2>(first, more);
-            compression.group<3>(first, more);
-        }
-        for (std::size_t i = 0; i < 8; ++i) sum.v[i] += compression.variables.v[i];
-    }
-    for (std::size_t i = 0; i < 8; ++i) set_sha512_state_word(state, i, sum.v[i]);
+#include "hash/sha512_vector.h"
+
+namespace morvane::hash {
+
+MORVANE_TARGET void sha512_compress_avx2(std::uint32_t* state, const std::uint8_t* blocks, std::size_t count) {
+    compress_blocks(state, blocks, count);
 }
 
 }  // namespace morvane::hash

@@ -11,24 +11,25 @@ inline std::uint64_t expand1(std::uint64_t x) noexcept { return std::rotr(x, 19)
 }  // namespace
 
 void sha512_compress_portable(std::uint32_t* state, const std::uint8_t* blocks, std::size_t count) {
-    Sha512Variables sum;
-    for (std::size_t i = 0; i < 8; ++i) sum.v[i] = sha512_state_word(state, i);
+    std::array<std::uint64_t, 8> sum;
+    for (std::size_t i = 0; i < 8; ++i) sum[i] = sha512_state_word(state, i);
     for (; count != 0; --count, blocks += 128) {
         std::array<std::uint64_t, 16> w;
         for (std::size_t i = 0; i < w.size(); ++i) w[i] = load_be<std::uint64_t>(blocks + 8 * i);
-        Sha512Variables variables = sum;
+        Sha512Variables variables(sum);
         for (std::size_t first = 0; first < 80; first += 16) {
             unroll<16>([&]<std::size_t T>() __attribute__((always_inline)) {
                 if (first != 0) w[T] += expand0(w[(T + 1) % 16]) + w[(T + 9) % 16] + expand1(w[(T + 14) % 16]);
                 variables.step<T % 8>(w[T] + kSha512Constants[first + T]);
             });
         }
-        for (std::size_t i = 0; i < 8; ++i) sum.v[i] += variables.v[i];
+        for (std::size_t i = 0; i < 8; ++i) sum[i] += variables.v[i];
     }
-    for (std::size_t i = 0; i < 8; ++i) set_sha512_state_word(state, i, sum.v[i]);
+    for (std::size_t i = 0; i < 8; ++i) set_sha512_state_word(state, i, sum[i]);
 }
 
-constinit cpu::Dispatch<Sha512CompressFn, 2> sha512_compress{{{
+constinit cpu::Dispatch<Sha512CompressFn, 3> sha512_compress{{{
+    {cpu::kAvx512 | cpu::kAvx2 | cpu::kBmi2, sha512_compress_avx512},
     {cpu::kAvx2 | cpu::kBmi2, sha512_compress_avx2},
     {cpu::kNone, sha512_compress_portable},
 }}};

@@ -123,13 +123,16 @@ TEST(CspDigest, FinalAllocatesWhenAskedTo) {
 }
 
 TEST(CspDigest, SignatureIdentifiersSucceedAndWriteNothing) {
-    for (const std::uint32_t algorithm : {CSP_ALG_SHA1_WITH_RSA, CSP_ALG_SHA1_WITH_DSA}) {
+    for (const std::uint32_t algorithm : {CSP_ALG_MD5_WITH_RSA, CSP_ALG_MD2_WITH_RSA, CSP_ALG_SHA1_WITH_RSA,
+                                          CSP_ALG_SHA1_WITH_DSA, CSP_ALG_HAS160_WITH_KCDSA}) {
+        const bool md = algorithm == CSP_ALG_MD5_WITH_RSA || algorithm == CSP_ALG_MD2_WITH_RSA;
+        const std::uint32_t digest_bytes = md ? 16 : 20;
         Digest digest(algorithm);
         ASSERT_EQ(digest.init(), 0);
         EXPECT_EQ(digest.session.state, nullptr);
         EXPECT_EQ(digest.update(from_text("abc")), 0);
         Bytes room(30, 0xee);
-        CSSM_DATA too_short = {19, room.data()};
+        CSSM_DATA too_short = {digest_bytes - 1, room.data()};
         EXPECT_FAILS(digest.final(too_short), CSP_ERR_OUTPUT_TOO_SHORT);
         CSSM_DATA output = {30, room.data()};
         EXPECT_EQ(digest.final(output), 0);
@@ -140,7 +143,7 @@ TEST(CspDigest, SignatureIdentifiersSucceedAndWriteNothing) {
         EXPECT_EQ(digest.final(allocated), 0);
         EXPECT_EQ(allocated.Length, 0U);
         ASSERT_NE(allocated.Data, nullptr);
-        EXPECT_EQ(to_hex(allocated.Data, 20), std::string(40, '0'));
+        EXPECT_EQ(to_hex(allocated.Data, digest_bytes), std::string(2 * digest_bytes, '0'));
         std::free(allocated.Data);
     }
 }

@@ -3,6 +3,7 @@
 
 #include "cpu/cpu.h"
 #include "hash/sha1_compress.h"
+#include "hash/sha2_compress.h"
 #include "support/bytes.h"
 #include "support/stack_call.h"
 
@@ -61,36 +62,59 @@ TEST(Dispatch, ThreadsThatComeAtOnceFindTheSameRow) {
     }
 }
 
-TEST(Sha1Variants, AgreeWithThePortableRoutine) {
+// Blocks at every alignment into random states, one and several at a call.
+template <std::size_t StateWords, std::size_t BlockBytes, std::size_t Rows>
+void expect_rows_agree(cpu::Dispatch<hash::Sha1CompressFn, Rows>& dispatch, hash::Sha1CompressFn* portable) {
     constexpr std::uint32_t kSeed = 20267;
+    constexpr std::uint32_t kGuard = 0x5a5a5a5a;
     SCOPED_TRACE(testing::Message() << "seed " << kSeed);
-    with_each_row(hash::sha1_compress, [](hash::Sha1CompressFn* compress) {
+    with_each_row(dispatch, [&](hash::Sha1CompressFn* compress) {
         Random random(kSeed);
-        for (std::size_t blocks = 0; blocks < 20; ++blocks) {
-            for (std::size_t shift = 0; shift < 17; ++shift) {  // of the message against any alignment
-                const Bytes message = random.bytes(64 * blocks + shift);
-                std::uint32_t expected[5];
+        for (std::size_t blocks = 0; blocks < 10; ++blocks) {
+            for (std::size_t shift = 0; shift < 17; ++shift) {
+                const Bytes message = random.bytes(BlockBytes * blocks + shift);
+                std::uint32_t expected[StateWords + 1];
                 for (std::uint32_t& word : expected) word = random.below(0xffffffff);
-                std::uint32_t state[6];
-                std::copy(expected, expected + 5, state);
-                state[5] = 0x5a5a5a5a;
-                hash::sha1_compress_portable(expected, message.data() + shift, blocks);
+                expected[StateWords] = kGuard;
+                std::uint32_t state[StateWords + 1];
+                std::copy(std::begin(expected), std::end(expected), state);
+                portable(expected, message.data() + shift, blocks);
                 compress(state, message.data() + shift, blocks);
-                ASSERT_TRUE(std::equal(expected, expected + 5, state)) << blocks << " blocks, shift " << shift;
-                ASSERT_EQ(state[5], 0x5a5a5a5aU);
+                ASSERT_TRUE(std::equal(std::begin(expected), std::end(expected), state))
+                    << blocks << " blocks, shift " << shift;
+                ASSERT_EQ(state[StateWords], kGuard);
             }
         }
     });
 }
 
+TEST(Variants, AgreeWithThePortableRoutine) {
+    expect_rows_agree<5, 64>(hash::sha1_compress, hash::sha1_compress_portable);
+    expect_rows_agree<8, 64>(hash::sha256_compress, hash::sha256_compress_portable);
+    expect_rows_agree<16, 128>(hash::sha512_compress, hash::sha512_compress_portable);
+}
+
 #if defined(__i386__)
-TEST(Sha1Variants, WorkAtEveryStackOffset) {
+TEST(Variants, WorkAtEveryStackOffset) {
     const Bytes message = repeated("0123456789", 30);
+    Bytes digest(64);
+    std::uint32_t size = 0;
     with_each_row(hash::sha1_compress, [&](hash::Sha1CompressFn*) {
         for (const std::uint32_t offset : kStackOffsets) {
-            Bytes digest(20);
             call_at(offset, E_SHA1, digest.data(), message.data(), size32(message));
-            EXPECT_EQ(to_hex(digest), "8e7fd677f6da2e2f7ae92f64367dcbf423d7f042") << "offset " << offset;
+            EXPECT_EQ(to_hex(digest.data(), 20), "8e7fd677f6da2e2f7ae92f64367dcbf423d7f042") << "offset " << offset;
+        }
+    });
+    with_each_row(hash::sha256_compress, [&](hash::Sha256CompressFn*) {
+        for (const std::uint32_t offset : kStackOffsets) {
+            call_at(offset, E_SHA256, digest.data(), &size, message.data(), size32(message));
+            EXPECT_EQ(to_hex(digest.data(), 4), "ba6ab297") << "offset " << offset;
+        }
+    });
+    with_each_row(hash::sha512_compress, [&](hash::Sha512CompressFn*) {
+        for (const std::uint32_t offset : kStackOffsets) {
+            call_at(offset, E_SHA512, digest.data(), &size, message.data(), size32(message));
+            EXPECT_EQ(to_hex(digest.data(), 4), "0e36f261") << "offset " << offset;
         }
     });
 }

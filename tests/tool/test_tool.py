@@ -54,6 +54,21 @@ class DigestTest(ToolTest):
             expected += f"{sha1(data)}  f{size}\n".encode()
         self.assertEqual(self.run_tool("digest", "SHA1", *names)[0], expected)
 
+    def test_every_digest_that_hashlib_knows(self):
+        data = bytes(range(256)) * 5
+        self.write("file", data)
+        for name in ("md5", "sha1", "sha256", "sha384", "sha512"):
+            expected = f"{hashlib.new(name, data).hexdigest()}  file\n".encode()
+            self.assertEqual(self.run_tool("digest", name, "file")[0], expected)
+
+    def test_sha256_of_more_than_2_to_the_32_bits(self):
+        size = (512 << 20) + 1
+        with open("long", "wb") as file:
+            file.truncate(size)
+        # sha256sum of as many zero bytes
+        expected = b"7c40fe5ce847740d0f0d0cdde3949d6585804cdec3ae61a15b923165699c8137  long\n"
+        self.assertEqual(self.run_tool("digest", "sha256", "long")[0], expected)
+
     def test_standard_input_is_binary(self):
         data = b"a\r\nb\n\x1a\0\xff" * 3  # 0x1a ends a text file on Windows
         expected = f"{sha1(data)}  -\n".encode()
