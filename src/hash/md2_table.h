@@ -4,72 +4,23 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <utility>
 
 namespace morvane::hash {
 
-// Decimal digits of pi, "3" the first, by pi = 16 arctan(1/5) - 4 arctan(1/239).
-class PiDigits {
-public:
-    static constexpr std::size_t kCount = 722;  // what the shuffle uses
-
-    constexpr PiDigits() {
-        add_arctan(5, 16, true);
-        add_arctan(239, 4, false);
-    }
-
-    constexpr unsigned digit(std::size_t n) const {
-        if (n == 0) return sum_[0];
-        std::uint32_t limb = sum_[1 + (n - 1) / kLimbDigits];
-        for (std::size_t skip = kLimbDigits - 1 - (n - 1) % kLimbDigits; skip != 0; --skip) limb /= 10;
-        return limb % 10;
-    }
-
-private:
-    // Fixed point: an integer limb, then limbs of nine decimal digits, two more than asked for against rounding.
-    static constexpr std::size_t kLimbDigits = 9;
-    static constexpr std::uint32_t kLimb = 1000000000;
-    static constexpr std::size_t kLimbs = 1 + kCount / kLimbDigits + 3;
-    using Number = std::array<std::uint32_t, kLimbs>;
-
-    static constexpr bool divide(const Number& number, std::uint32_t by, Number& quotient) {
-        std::uint64_t rest = 0;
-        bool any = false;
-        for (std::size_t i = 0; i < kLimbs; ++i) {
-            const std::uint64_t part = rest * kLimb + number[i];
-            quotient[i] = static_cast<std::uint32_t>(part / by);
-            rest = part % by;
-            any |= quotient[i] != 0;
-        }
-        return any;
-    }
-
-    constexpr void add(const Number& term, bool positive) {
-        std::int64_t carry = 0;
-        for (std::size_t i = kLimbs; i-- != 0;) {
-            std::int64_t limb = std::int64_t{sum_[i]} + carry + (positive ? 1 : -1) * std::int64_t{term[i]};
-            carry = limb < 0 ? -1 : limb >= kLimb ? 1 : 0;
-            sum_[i] = static_cast<std::uint32_t>(limb - carry * std::int64_t{kLimb});
-        }
-    }
-
-    // Adds or subtracts factor * arctan(1 / x).
-    constexpr void add_arctan(std::uint32_t x, std::uint32_t factor, bool positive) {
-        Number power{factor};
-        Number term{};
-        bool any = divide(power, x, power);
-        for (std::uint32_t odd = 1; any; odd += 2, positive = !positive) {
-            divide(power, odd, term);
-            add(term, positive);
-            any = divide(power, x * x, power);
-        }
-    }
-
-    Number sum_{};
-};
+// The first 722 decimal digits of pi, as many as the shuffle uses.
+inline constexpr std::string_view kPiDigits =
+    "3141592653589793238462643383279502884197169399375105820974944592307816406286208998628034825342117067"
+    "9821480865132823066470938446095505822317253594081284811174502841027019385211055596446229489549303819"
+    "6442881097566593344612847564823378678316527120190914564856692346034861045432664821339360726024914127"
+    "3724587006606315588174881520920962829254091715364367892590360011330530548820466521384146951941511609"
+    "4330572703657595919530921861173819326117931051185480744623799627495673518857527248912279381830119491"
+    "2983367336244065664308602139494639522473719070217986094370277053921717629317675238467481846766940513"
+    "2000568127145263560827785771342757789609173637178721468440901224953430146549585371050792279689258923"
+    "5420199561121290219608";
 
 constexpr std::array<std::uint8_t, 256> make_md2_table() {
-    const PiDigits pi;
     std::size_t next = 0;
     // A number below n, from as many digits as its range needs; what would favour the low numbers is read afresh.
     const auto random_below = [&](unsigned n) {
@@ -78,7 +29,7 @@ constexpr std::array<std::uint8_t, 256> make_md2_table() {
             unsigned number = 0;
             unsigned range = 1;
             for (int i = 0; i < digits; ++i) {
-                number = 10 * number + pi.digit(next++);
+                number = 10 * number + static_cast<unsigned>(kPiDigits[next++] - '0');
                 range *= 10;
             }
             if (number < n * (range / n)) return number % n;

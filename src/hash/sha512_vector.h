@@ -9,7 +9,7 @@
 #include "hash/sha512_rounds.h"
 
 namespace morvane::hash {
-namespace {
+namespace {  // NOLINT(cert-dcl59-cpp): every file that includes this makes functions of its own
 
 MORVANE_INLINE __m256i load_be_words(const std::uint8_t* bytes) noexcept {
     const __m256i swap = _mm256_setr_epi64x(0x0001020304050607, 0x08090a0b0c0d0e0f, 0x0001020304050607, 0x08090a0b0c0d0e0f);
