@@ -2,6 +2,7 @@
 #ifndef MORVANE_PRIMITIVES_H
 #define MORVANE_PRIMITIVES_H
 
+#include <morvane/cipher.h>
 #include <morvane/hash.h>
 
 #endif
