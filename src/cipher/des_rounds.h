@@ -1,0 +1,133 @@
+// The rounds of DES on several blocks at once, and the conversions around them.
+#pragma once
+
+#include "base/keep_order.h"
+#include "cipher/cipher.h"
+#include "cipher/des_tables.h"
+
+#include <morvane/cipher.h>
+
+#include <type_traits>
+
+namespace morvane::cipher::des {
+
+// Where registers have 64 bits, a half is held as the eight box inputs, one in each byte, and the tables give such halves:
+// a round needs neither masks nor rotations, and the way from one half to the next is as short as it can be. Where they
+// have 32, a half is held as such.
+inline constexpr bool kIsSpread = sizeof(void*) == 8;
+using Half = std::conditional_t<kIsSpread, std::uint64_t, std::uint32_t>;
+
+constexpr Half to_half(std::uint32_t bits) noexcept { return static_cast<Half>(kIsSpread ? spread(bits) : bits); }
+constexpr std::uint32_t from_half(Half half) noexcept {
+    return kIsSpread ? gather(half) : static_cast<std::uint32_t>(half);
+}
+
+using BoxTables = std::array<std::array<Half, 64>, 8>;
+
+// One table for each byte of the spread form.
+constexpr BoxTables make_box_tables() noexcept {
+    BoxTables tables{};
+    for (std::size_t byte = 0; byte < 8; ++byte) {
+        for (std::uint32_t input = 0; input < 64; ++input) {
+            tables[byte][input] = to_half(box_output(box_of_byte(byte), input));
+        }
+    }
+    return tables;
+}
+
+alignas(64) inline constexpr BoxTables kTables = make_box_tables();
+
+struct State {
+    Half left;
+    Half right;
+
+    friend State operator^(const State& a, const State& b) noexcept { return {a.left ^ b.left, a.right ^ b.right}; }
+};
+
+// The round key of two words, as a half.
+struct RoundKey {
+    std::uint32_t even;  // the boxes of bytes 0 to 3
+    std::uint32_t odd;   // and 4 to 7
+};
+
+// to ^ f(half), f being the cipher function of the standard. The look-ups are taken as they arrive.
+[[gnu::always_inline]] inline Half add_round(Half to, Half half, RoundKey key) noexcept {
+    std::uint32_t even = 0, odd = 0;
+    if constexpr (kIsSpread) {
+        const std::uint64_t x = half ^ (key.even | std::uint64_t{key.odd} << 32);
+        even = static_cast<std::uint32_t>(x);
+        odd = static_cast<std::uint32_t>(x >> 32);
+    } else {
+        even = (half ^ key.even) & 0x3f3f3f3f;
+        odd = (std::rotr(half, 4) ^ key.odd) & 0x3f3f3f3f;
+    }
+    const auto low_byte = [](std::uint32_t x) { return static_cast<std::uint8_t>(x); };
+    const auto next_byte = [](std::uint32_t x) { return static_cast<std::uint8_t>(x >> 8); };
+    to ^= kTables[0][low_byte(even)];
+    keep_order(to);
+    Half also = kTables[1][next_byte(even)];
+    to ^= kTables[4][low_byte(odd)];
+    keep_order(to);
+    also ^= kTables[5][next_byte(odd)];
+    keep_order(also);
+    even >>= 16;
+    odd >>= 16;
+    keep_order(even);
+    keep_order(odd);
+    to ^= kTables[2][low_byte(even)];
+    keep_order(to);
+    also ^= kTables[3][even >> 8];
+    keep_order(also);
+    to ^= kTables[6][low_byte(odd)];
+    keep_order(to);
+    also ^= kTables[7][odd >> 8];
+    return to ^ also;
+}
+
+// The sixteen rounds, without the permutations before and after them. The halves come out exchanged, as the standard has
+// it: what follows is the final permutation or the next sixteen rounds.
+template <Direction D, std::size_t Lanes>
+[[gnu::always_inline]] inline void sixteen_rounds(const E_DES_KEY_SCHEDULE& schedule,
+                                                  std::array<State, Lanes>& states) noexcept {
+    const std::uint32_t* const keys = schedule.round_keys;
+    for (std::size_t round = 0; round < 16; round += 2) {
+        const std::size_t first = 2 * (D == Direction::kEncrypt ? round : 15 - round);
+        const std::size_t second = 2 * (D == Direction::kEncrypt ? round + 1 : 14 - round);
+        for (State& state : states) state.left = add_round(state.left, state.right, {keys[first], keys[first + 1]});
+        for (State& state : states) state.right = add_round(state.right, state.left, {keys[second], keys[second + 1]});
+    }
+    for (State& state : states) state = {state.right, state.left};
+}
+
+// Exchanges the bits of `high` at kMask with those of `low` at kMask << kShift.
+template <unsigned kShift, std::uint32_t kMask>
+[[gnu::always_inline]] inline void exchange(std::uint32_t& low, std::uint32_t& high) noexcept {
+    const std::uint32_t differing = ((low >> kShift) ^ high) & kMask;
+    high ^= differing;
+    low ^= differing << kShift;
+}
+
+// IP. Its left half takes the even bits of the bytes, its right half the odd ones; each byte of a half is one of these
+// columns, the bytes of the block in the order of its bits. That is a permutation of the six bits of a bit's index.
+[[gnu::always_inline]] inline State enter(const Block<8>& block) noexcept {
+    auto [low, high] = WordPair::of(block.limbs[0], std::endian::little);
+    exchange<4, 0x0f0f0f0f>(low, high);
+    exchange<16, 0x0000ffff>(low, high);
+    exchange<2, 0x33333333>(low, high);
+    exchange<8, 0x00ff00ff>(low, high);
+    exchange<1, 0x55555555>(low, high);
+    return {to_half(std::rotl(low, 1)), to_half(std::rotl(high, 1))};
+}
+
+// IP's inverse.
+[[gnu::always_inline]] inline Block<8> leave(const State& state) noexcept {
+    std::uint32_t low = std::rotr(from_half(state.left), 1), high = std::rotr(from_half(state.right), 1);
+    exchange<1, 0x55555555>(low, high);
+    exchange<8, 0x00ff00ff>(low, high);
+    exchange<2, 0x33333333>(low, high);
+    exchange<16, 0x0000ffff>(low, high);
+    exchange<4, 0x0f0f0f0f>(low, high);
+    return {{WordPair{low, high}.limb(std::endian::little)}};
+}
+
+}  // namespace morvane::cipher::des

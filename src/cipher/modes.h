@@ -1,0 +1,142 @@
+// ECB and CBC, once for all block ciphers.
+#pragma once
+
+#include "base/wipe.h"
+#include "cipher/cipher.h"
+
+#include <algorithm>
+
+namespace morvane::cipher {
+
+// How much the modes give a cipher at a time where they need its result aside.
+inline constexpr std::size_t kBatchBytes = 4096;
+
+// Bytes on the way through a mode, wiped as far as they were used.
+class Batch {
+public:
+    Batch() = default;
+    Batch(const Batch&) = delete;
+    Batch& operator=(const Batch&) = delete;
+    ~Batch() { wipe(bytes_, used_); }
+
+    // Room for `size` bytes, of unknown content.
+    std::uint8_t* use(std::size_t size) noexcept {
+        used_ = std::max(used_, size);
+        return bytes_;
+    }
+
+private:
+    std::size_t used_ = 0;
+    alignas(64) std::uint8_t bytes_[kBatchBytes];
+};
+
+// to ^= with. The two do not overlap.
+inline void xor_into(std::uint8_t* __restrict to, const std::uint8_t* __restrict with, std::size_t size) noexcept {
+    for (std::size_t i = 0; i < size; i += 8) {
+        store_le(to + i, load_le<std::uint64_t>(to + i) ^ load_le<std::uint64_t>(with + i));
+    }
+}
+
+template <BlockCipher C>
+void ecb_encrypt(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::uint32_t len) {
+    using Block = Block<C::kBlockBytes>;
+    const std::size_t tail = len % C::kBlockBytes, whole = len - tail;
+    C::template blocks<Direction::kEncrypt>()(schedule, in, out, whole / C::kBlockBytes);
+    if (tail != 0) run_one<Direction::kEncrypt, C>(schedule, Block::load(in + whole, tail)).store(out + whole);
+}
+
+template <BlockCipher C>
+void ecb_decrypt(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::uint32_t len) {
+    using Block = Block<C::kBlockBytes>;
+    const std::size_t tail = len % C::kBlockBytes, whole = len - tail;
+    C::template blocks<Direction::kDecrypt>()(schedule, in, out, whole / C::kBlockBytes);
+    if (tail != 0) run_one<Direction::kDecrypt, C>(schedule, Block::load(in + whole)).store(out + whole, tail);
+}
+
+// The chaining value that a CBC call begins with. Ciphers of big-endian words take it as little-endian words all the same:
+// the bytes of each word are in reverse. What was enciphered so must stay readable.
+template <BlockCipher C>
+Block<C::kBlockBytes> load_cbc_iv(const std::uint8_t* iv) noexcept {
+    auto chain = Block<C::kBlockBytes>::load(iv);
+    for (std::uint64_t& limb : chain.limbs) limb = WordPair::of(limb, C::kOrder).limb(std::endian::little);
+    return chain;
+}
+
+// Whole blocks only. Returns the last ciphertext block, `chain` when there is none.
+template <BlockCipher C>
+Block<C::kBlockBytes> cbc_encrypt_blocks(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out,
+                                         std::size_t count, const Block<C::kBlockBytes>& chain) {
+    States<C> state = {C::enter(chain)};
+    for (; count != 0; --count, in += C::kBlockBytes, out += C::kBlockBytes) {
+        state[0] = state[0] ^ C::enter(Block<C::kBlockBytes>::load(in));
+        C::template run<Direction::kEncrypt>(schedule, state);
+        C::leave(state[0]).store(out);
+    }
+    return C::leave(state[0]);
+}
+
+// Whole blocks only. Returns the last ciphertext block, `chain` when there is none.
+template <BlockCipher C>
+Block<C::kBlockBytes> cbc_decrypt_blocks(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out,
+                                         std::size_t count, Block<C::kBlockBytes> chain) {
+    constexpr std::size_t kBlockBytes = C::kBlockBytes;
+    const auto decrypt = C::template blocks<Direction::kDecrypt>();
+    Batch batch;
+    while (count != 0) {
+        const std::size_t now = std::min(count, kBatchBytes / kBlockBytes), size = now * kBlockBytes;
+        std::uint8_t* const plain = batch.use(size);
+        decrypt(schedule, in, plain, now);
+        (Block<kBlockBytes>::load(plain) ^ chain).store(plain);
+        xor_into(plain + kBlockBytes, in, size - kBlockBytes);
+        chain = Block<kBlockBytes>::load(in + size - kBlockBytes);  // before out, which may be in, is written
+        std::memcpy(out, plain, size);
+        in += size;
+        out += size;
+        count -= now;
+    }
+    return chain;
+}
+
+template <BlockCipher C>
+void cbc_encrypt(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::uint32_t len,
+                 const std::uint8_t* iv) {
+    if (len == 0) return;
+    using Block = Block<C::kBlockBytes>;
+    const std::size_t tail = len % C::kBlockBytes, whole = len - tail;
+    const Block last = cbc_encrypt_blocks<C>(schedule, in, out, whole / C::kBlockBytes, load_cbc_iv<C>(iv));
+    if (tail != 0) run_one<Direction::kEncrypt, C>(schedule, last ^ Block::load(in + whole, tail)).store(out + whole);
+}
+
+template <BlockCipher C>
+void cbc_decrypt(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::uint32_t len,
+                 const std::uint8_t* iv) {
+    if (len == 0) return;
+    using Block = Block<C::kBlockBytes>;
+    const std::size_t tail = len % C::kBlockBytes, whole = len - tail;
+    const Block last = cbc_decrypt_blocks<C>(schedule, in, out, whole / C::kBlockBytes, load_cbc_iv<C>(iv));
+    if (tail != 0) (last ^ run_one<Direction::kDecrypt, C>(schedule, Block::load(in + whole))).store(out + whole, tail);
+}
+
+// The tail is XORed with the encryption of the ciphertext block before it, in both directions. Encryption writes the whole
+// block, as programs know it, though its last bytes carry nothing.
+template <BlockCipher C>
+void cbc_encrypt_no_pad(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::uint32_t len,
+                        const std::uint8_t* iv) {
+    if (len == 0) return;
+    using Block = Block<C::kBlockBytes>;
+    const std::size_t tail = len % C::kBlockBytes, whole = len - tail;
+    const Block last = cbc_encrypt_blocks<C>(schedule, in, out, whole / C::kBlockBytes, load_cbc_iv<C>(iv));
+    if (tail != 0) (run_one<Direction::kEncrypt, C>(schedule, last) ^ Block::load(in + whole, tail)).store(out + whole);
+}
+
+template <BlockCipher C>
+void cbc_decrypt_no_pad(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::uint32_t len,
+                        const std::uint8_t* iv) {
+    if (len == 0) return;
+    using Block = Block<C::kBlockBytes>;
+    const std::size_t tail = len % C::kBlockBytes, whole = len - tail;
+    const Block last = cbc_decrypt_blocks<C>(schedule, in, out, whole / C::kBlockBytes, load_cbc_iv<C>(iv));
+    if (tail != 0) (run_one<Direction::kEncrypt, C>(schedule, last) ^ Block::load(in + whole)).store(out + whole, tail);
+}
+
+}  // namespace morvane::cipher
