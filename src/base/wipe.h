@@ -14,14 +14,14 @@ inline void wipe(void* bytes, std::size_t size) noexcept {
 }
 
 // A zero-filled array that is wiped when it goes out of scope.
-template <std::size_t Size>
-struct SecretBytes {
-    std::array<std::uint8_t, Size> bytes{};
+template <typename Item, std::size_t Size>
+struct SecretArray {
+    std::array<Item, Size> items{};
 
-    SecretBytes() = default;
-    SecretBytes(const SecretBytes&) = delete;
-    SecretBytes& operator=(const SecretBytes&) = delete;
-    ~SecretBytes() { wipe(bytes.data(), Size); }
+    SecretArray() = default;
+    SecretArray(const SecretArray&) = delete;
+    SecretArray& operator=(const SecretArray&) = delete;
+    ~SecretArray() { wipe(items.data(), sizeof items); }
 };
 
 }  // namespace morvane

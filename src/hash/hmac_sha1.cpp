@@ -28,11 +28,11 @@ constexpr std::size_t kKeyBytes = sizeof E_HMAC_SHA1_CTX::key;
 
 // Begins a hash with one block: the key, zero-extended, XORed with the pad byte.
 void begin_with_pad(E_SHA1_CTX& hash, const std::uint8_t* key, std::size_t key_bytes, std::uint8_t pad) {
-    SecretBytes<hash::kSha1BlockBytes> block;
-    copy_bytes(block.bytes.data(), key, key_bytes);
-    for (std::uint8_t& byte : block.bytes) byte ^= pad;
+    SecretArray<std::uint8_t, hash::kSha1BlockBytes> block;
+    copy_bytes(block.items.data(), key, key_bytes);
+    for (std::uint8_t& byte : block.items) byte ^= pad;
     E_SHA1_Init(&hash);
-    E_SHA1_Update(&hash, block.bytes.data(), hash::kSha1BlockBytes);
+    E_SHA1_Update(&hash, block.items.data(), hash::kSha1BlockBytes);
 }
 
 }  // namespace

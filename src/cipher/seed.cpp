@@ -1,0 +1,94 @@
+// SEED (RFC 4269).
+#include "cipher/exports.h"
+#include "cipher/seed_tables.h"
+
+namespace morvane::cipher {
+namespace {
+
+[[gnu::always_inline]] inline std::uint32_t g(std::uint32_t x) noexcept {
+    const auto byte = [x](unsigned i) { return static_cast<std::uint8_t>(x >> 8 * i); };
+    return (seed::kG[0][byte(0)] ^ seed::kG[1][byte(1)]) ^ (seed::kG[2][byte(2)] ^ seed::kG[3][byte(3)]);
+}
+
+struct Seed {
+    using Schedule = E_SEED_KEY_SCHEDULE;
+    // The words of the block as the standard reads them, big-endian.
+    struct State {
+        std::uint32_t left0, left1, right0, right1;
+
+        friend State operator^(const State& a, const State& b) noexcept {
+            return {a.left0 ^ b.left0, a.left1 ^ b.left1, a.right0 ^ b.right0, a.right1 ^ b.right1};
+        }
+    };
+    static constexpr std::size_t kBlockBytes = 16;
+    static constexpr std::endian kOrder = std::endian::little;
+    static constexpr std::size_t kLanes = 4;
+
+    static State enter(const Block<16>& block) noexcept {
+        const WordPair left = WordPair::of(block.limbs[0], std::endian::big);
+        const WordPair right = WordPair::of(block.limbs[1], std::endian::big);
+        return {left.first, left.second, right.first, right.second};
+    }
+    static Block<16> leave(const State& state) noexcept {
+        return {{WordPair{state.left0, state.left1}.limb(std::endian::big),
+                 WordPair{state.right0, state.right1}.limb(std::endian::big)}};
+    }
+
+    // (to0, to1) ^= F(half0, half1) under the round key of two words.
+    [[gnu::always_inline]] static void round(std::uint32_t& to0, std::uint32_t& to1, std::uint32_t half0,
+                                             std::uint32_t half1, const std::uint32_t* key) noexcept {
+        const std::uint32_t c = half0 ^ key[0];
+        const std::uint32_t first = g(c ^ (half1 ^ key[1]));
+        const std::uint32_t second = g(first + c);
+        const std::uint32_t third = g(second + first);
+        to0 ^= third + second;
+        to1 ^= third;
+    }
+
+    template <Direction D, std::size_t Lanes>
+    [[gnu::always_inline]] static void run(const Schedule& schedule, std::array<State, Lanes>& states) noexcept {
+        const std::uint32_t* const keys = schedule.round_keys;
+        for (std::size_t i = 0; i < 16; i += 2) {
+            const std::uint32_t* const first = keys + 2 * (D == Direction::kEncrypt ? i : 15 - i);
+            const std::uint32_t* const second = keys + 2 * (D == Direction::kEncrypt ? i + 1 : 14 - i);
+            for (State& s : states) round(s.left0, s.left1, s.right0, s.right1, first);
+            for (State& s : states) round(s.right0, s.right1, s.left0, s.left1, second);
+        }
+        for (State& s : states) s = {s.right0, s.right1, s.left0, s.left1};
+    }
+
+    template <Direction D>
+    static BlocksFn<Schedule>* blocks() noexcept {
+        return run_blocks<Seed, D>;
+    }
+};
+
+void expand_key(E_SEED_KEY_SCHEDULE& schedule, const std::uint8_t* key) noexcept {
+    std::uint64_t a = load_be<std::uint64_t>(key), b = load_be<std::uint64_t>(key + 8);  // K0 K1 and K2 K3
+    std::uint32_t constant = 0x9e3779b9;
+#pragma GCC unroll 16
+    for (std::size_t i = 0; i < 16; ++i, constant = std::rotl(constant, 1)) {
+        const auto high = [](std::uint64_t x) { return static_cast<std::uint32_t>(x >> 32); };
+        const auto low = [](std::uint64_t x) { return static_cast<std::uint32_t>(x); };
+        schedule.round_keys[2 * i] = g(high(a) + high(b) - constant);
+        schedule.round_keys[2 * i + 1] = g(low(a) - low(b) + constant);
+        if (i % 2 == 0) {
+            a = std::rotr(a, 8);
+        } else {
+            b = std::rotl(b, 8);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace morvane::cipher
+
+using morvane::cipher::Seed;
+
+void E_SEED_KeySchedule(E_SEED_KEY_SCHEDULE* ks, const uint8_t* key) { morvane::cipher::expand_key(*ks, key); }
+
+MORVANE_CIPHER_BLOCK(SEED, Seed)
+MORVANE_CIPHER_ECB(SEED, Seed)
+MORVANE_CIPHER_CBC(SEED, Seed)
+MORVANE_CIPHER_NO_PAD(SEED, Seed)
+MORVANE_CIPHER_FEEDBACK(SEED, Seed)
