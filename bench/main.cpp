@@ -1,13 +1,13 @@
-// morvane-bench: this library beside public ones, in one process. scripts/bench runs it and makes a table of it.
+// morvane-bench: this library beside public ones, in one process. scripts/bench runs it and makes tables of it.
 //
 // With --portable as first argument this library uses no more than the architecture's baseline, and so do the peers that
 // can be told to in the program; scripts/bench sets the environment for the others.
 #include "cpu/cpu.h"
-#include "digests.h"
+#include "rows.h"
 
 #include <benchmark/benchmark.h>
 
-#include <array>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -18,25 +18,33 @@ namespace {
 using namespace morvane::bench;
 
 constexpr std::size_t kSizes[] = {64, 16384};
+constexpr std::size_t kCheckedBytes = 1008;  // whole blocks of every cipher, no whole block of any digest
 constexpr std::size_t kLongestDigest = 64;
 
-Digests all_digests([[maybe_unused]] bool portable) {
-    Digests all;
+Rows all_rows([[maybe_unused]] bool portable) {
+    Rows all;
     add_ours(all);
+    add_our_ciphers(all);
 #if defined(WITH_OPENSSL)
     add_openssl(all);
+    add_openssl_ciphers(all);
+    add_openssl_low_ciphers(all);
 #endif
 #if defined(WITH_NETTLE)
     add_nettle(all);
+    add_nettle_ciphers(all);
 #endif
 #if defined(WITH_GCRYPT)
     add_gcrypt(all, portable);
+    add_gcrypt_ciphers(all);
 #endif
 #if defined(WITH_BOTAN)
     add_botan(all, portable);
+    add_botan_ciphers(all);
 #endif
 #if defined(WITH_CRYPTOPP)
     if (!portable) add_cryptopp(all);  // cannot be told
+    add_cryptopp_ciphers(all);         // these use no extensions
 #endif
 #if defined(WITH_RHASH)
     add_rhash(all);
@@ -44,38 +52,56 @@ Digests all_digests([[maybe_unused]] bool portable) {
     return all;
 }
 
-std::array<std::uint8_t, kLongestDigest> digest_of(const Digest& digest, const std::vector<std::uint8_t>& message) {
-    std::array<std::uint8_t, kLongestDigest> result{};
-    digest.run(result.data(), message.data(), message.size());
+std::vector<std::uint8_t> result_of(const Row& row, const std::vector<std::uint8_t>& message) {
+    std::vector<std::uint8_t> result(std::max(message.size(), kLongestDigest));
+    row.run(result.data(), message.data(), message.size());
     return result;
 }
 
-// Whoever computes something else is no peer. Each result is taken twice: a context used again must give the same.
-void require_equal_results(const Digests& all) {
-    std::vector<std::uint8_t> message(1000);
+// Whoever computes something else is no peer. Each result is taken twice: a context used again must give the same, or go on
+// in the same key stream. A key set-up has no result; the ciphers' rows show that it is right.
+void require_equal_results(const Rows& all) {
+    std::vector<std::uint8_t> message(kCheckedBytes);
     for (std::size_t i = 0; i < message.size(); ++i) message[i] = static_cast<std::uint8_t>(i * i);
-    std::map<std::string, const Digest*> firsts;
-    for (const Digest& digest : all) {
-        if (digest.library == kOurs && digest.primitive == "hmac-sha1") continue;  // the MAC is one of our own
-        const Digest& first = *firsts.emplace(digest.primitive, &digest).first->second;
-        for (int round = 0; round < 2; ++round) {
-            if (digest_of(digest, message) == digest_of(first, message)) continue;
-            std::fprintf(stderr, "%s: %s and %s differ\n", digest.primitive.c_str(), digest.library.c_str(),
-                         first.library.c_str());
+    for (int round = 0; round < 2; ++round) {
+        struct First {
+            const Row* row;
+            std::vector<std::uint8_t> result;
+        };
+        std::map<std::string, First> firsts;
+        for (const Row& row : all) {
+            if (row.kind == Kind::kKey) continue;
+            if (row.library == kOurs && row.primitive == "hmac-sha1") continue;  // the MAC is one of our own
+            std::vector<std::uint8_t> result = result_of(row, message);
+            const auto& [primitive, first] = *firsts.try_emplace(row.primitive, First{&row, result}).first;
+            if (result == first.result) continue;
+            std::fprintf(stderr, "%s: %s and %s differ\n", primitive.c_str(), row.library.c_str(),
+                         first.row->library.c_str());
             std::exit(1);
         }
     }
 }
 
-void measure(benchmark::State& state, const Digest& digest, std::size_t size) {
+void measure(benchmark::State& state, const Row& row, std::size_t size) {
     const std::vector<std::uint8_t> message(size, 0x5a);
-    std::array<std::uint8_t, kLongestDigest> result{};
+    std::vector<std::uint8_t> result(std::max(size, kLongestDigest));
     for (auto _ : state) {
-        digest.run(result.data(), message.data(), size);
-        benchmark::DoNotOptimize(result);
+        row.run(result.data(), message.data(), size);
+        benchmark::DoNotOptimize(result.data());
         benchmark::ClobberMemory();
     }
-    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(size));
+    if (row.kind == Kind::kKey) {
+        state.SetItemsProcessed(state.iterations());
+    } else {
+        state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(size));
+    }
+    constexpr const char* kKinds[] = {"digest", "cipher", "key"};
+    state.SetLabel(std::string(kKinds[static_cast<int>(row.kind)]) + (row.assembler ? " assembler" : ""));
+}
+
+void add_benchmark(const Row& row, const std::string& message, std::size_t size) {
+    const std::string name = row.primitive + "/" + message + "/" + row.library;
+    benchmark::RegisterBenchmark(name.c_str(), [&row, size](benchmark::State& state) { measure(state, row, size); });
 }
 
 }  // namespace
@@ -92,16 +118,17 @@ int main(int argc, char** argv) {
         ++argv;
         --argc;
     }
-    const Digests all = all_digests(portable);
+    const Rows all = all_rows(portable);
     require_equal_results(all);
-    for (const Digest& digest : all) {
-        bool ours_has_it = false;
-        for (const Digest& other : all) ours_has_it |= other.library == kOurs && other.primitive == digest.primitive;
+    for (const Row& row : all) {
+        const bool ours_has_it = std::any_of(all.begin(), all.end(), [&row](const Row& other) {
+            return other.library == kOurs && other.kind == row.kind && other.primitive == row.primitive;
+        });
         if (!ours_has_it) continue;
-        for (const std::size_t size : kSizes) {
-            const std::string name = digest.primitive + "/" + std::to_string(size) + "/" + digest.library;
-            benchmark::RegisterBenchmark(name.c_str(),
-                                         [&digest, size](benchmark::State& state) { measure(state, digest, size); });
+        if (row.kind == Kind::kKey) {
+            add_benchmark(row, "key", 0);
+        } else {
+            for (const std::size_t size : kSizes) add_benchmark(row, std::to_string(size), size);
         }
     }
     benchmark::Initialize(&argc, argv);

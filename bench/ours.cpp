@@ -1,4 +1,4 @@
-#include "digests.h"
+#include "rows.h"
 
 #include <morvane/primitives.h>
 
@@ -23,13 +23,13 @@ void call(std::uint8_t* digest, const std::uint8_t* message, std::size_t size) {
 }
 
 template <auto OneShot>
-void add(Digests& all, const char* primitive) {
+void add(Rows& all, const char* primitive) {
     all.push_back({primitive, kOurs, call<OneShot>});
 }
 
 }  // namespace
 
-void add_ours(Digests& all) {
+void add_ours(Rows& all) {
     add<E_MD2>(all, "md2");
     add<E_MD4>(all, "md4");
     add<hash::md5>(all, "md5");

@@ -1,4 +1,4 @@
-#include "digests.h"
+#include "rows.h"
 
 #include <botan/cpuid.h>
 #include <botan/hash.h>
@@ -7,7 +7,7 @@
 
 namespace morvane::bench {
 
-void add_botan(Digests& all, bool portable) {
+void add_botan(Rows& all, bool portable) {
     if (portable) {
         for (const auto bit : {Botan::CPUID::CPUID_SSSE3_BIT, Botan::CPUID::CPUID_SSE41_BIT, Botan::CPUID::CPUID_SSE42_BIT,
                                Botan::CPUID::CPUID_AVX2_BIT, Botan::CPUID::CPUID_AVX512F_BIT, Botan::CPUID::CPUID_BMI1_BIT,

@@ -1,4 +1,4 @@
-#include "digests.h"
+#include "rows.h"
 
 #define CRYPTOPP_ENABLE_NAMESPACE_WEAK 1
 #include <cryptopp/hmac.h>
@@ -13,7 +13,7 @@ namespace morvane::bench {
 namespace {
 
 template <typename Hash>
-void add(Digests& all, const char* primitive) {
+void add(Rows& all, const char* primitive) {
     all.push_back({primitive, "cryptopp",
                    [hash = std::make_shared<Hash>()](std::uint8_t* digest, const std::uint8_t* message, std::size_t size) {
                        hash->CalculateDigest(digest, message, size);
@@ -22,7 +22,7 @@ void add(Digests& all, const char* primitive) {
 
 }  // namespace
 
-void add_cryptopp(Digests& all) {
+void add_cryptopp(Rows& all) {
     add<CryptoPP::Weak::MD2>(all, "md2");
     add<CryptoPP::Weak::MD4>(all, "md4");
     add<CryptoPP::Weak::MD5>(all, "md5");

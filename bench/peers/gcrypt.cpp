@@ -1,4 +1,4 @@
-#include "digests.h"
+#include "rows.h"
 
 #include <gcrypt.h>
 #include <cstring>
@@ -6,7 +6,7 @@
 
 namespace morvane::bench {
 
-void add_gcrypt(Digests& all, bool portable) {
+void add_gcrypt(Rows& all, bool portable) {
     if (portable) gcry_control(GCRYCTL_DISABLE_HWF, "all", nullptr);
     gcry_check_version(nullptr);
     gcry_control(GCRYCTL_INITIALIZATION_FINISHED, 0);

@@ -1,4 +1,4 @@
-#include "digests.h"
+#include "rows.h"
 
 #include <nettle/hmac.h>
 #include <nettle/md2.h>
@@ -12,7 +12,7 @@ namespace morvane::bench {
 namespace {
 
 template <typename Context, auto Init, auto Update, auto Finish, std::size_t Bytes>
-void add(Digests& all, const char* primitive) {
+void add(Rows& all, const char* primitive) {
     all.push_back({primitive, "nettle", [](std::uint8_t* digest, const std::uint8_t* message, std::size_t size) {
                        Context context;
                        Init(&context);
@@ -23,7 +23,7 @@ void add(Digests& all, const char* primitive) {
 
 }  // namespace
 
-void add_nettle(Digests& all) {
+void add_nettle(Rows& all) {
     add<md2_ctx, nettle_md2_init, nettle_md2_update, nettle_md2_digest, 16>(all, "md2");
     add<md4_ctx, nettle_md4_init, nettle_md4_update, nettle_md4_digest, 16>(all, "md4");
     add<md5_ctx, nettle_md5_init, nettle_md5_update, nettle_md5_digest, 16>(all, "md5");

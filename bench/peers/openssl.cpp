@@ -1,4 +1,4 @@
-#include "digests.h"
+#include "rows.h"
 
 #include <openssl/evp.h>
 #include <openssl/hmac.h>
@@ -16,7 +16,7 @@ namespace morvane::bench {
 namespace {
 
 template <typename Context, auto Init, auto Update, auto Final>
-void add(Digests& all, const char* primitive) {
+void add(Rows& all, const char* primitive) {
     all.push_back({primitive, "openssl", [](std::uint8_t* digest, const std::uint8_t* message, std::size_t size) {
                        Context context;
                        Init(&context);
@@ -27,7 +27,7 @@ void add(Digests& all, const char* primitive) {
 
 }  // namespace
 
-void add_openssl(Digests& all) {
+void add_openssl(Rows& all) {
     add<MD4_CTX, MD4_Init, MD4_Update, MD4_Final>(all, "md4");
     add<MD5_CTX, MD5_Init, MD5_Update, MD5_Final>(all, "md5");
     add<RIPEMD160_CTX, RIPEMD160_Init, RIPEMD160_Update, RIPEMD160_Final>(all, "ripemd160");

@@ -1,10 +1,10 @@
-#include "digests.h"
+#include "rows.h"
 
 #include <rhash.h>
 
 namespace morvane::bench {
 
-void add_rhash(Digests& all) {
+void add_rhash(Rows& all) {
     rhash_set_openssl_mask(0);  // as packaged, it would call OpenSSL's routines where it finds them
     rhash_library_init();
     constexpr struct {
