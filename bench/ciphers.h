@@ -1,7 +1,8 @@
 // What all cipher rows share: the ciphers with their keys, the iv and the modes.
 //
 // The key is set up once and is no part of a message's time; the iv is set for each message. RC4 has no iv: its rows go on
-// in one key stream. A key set-up serves both directions, so a peer that keeps inverted IDEA subkeys apart makes both.
+// in one key stream. A key set-up serves both directions: of IDEA, whose subkeys for deciphering are inverses, every side
+// makes both halves.
 #pragma once
 
 #include "rows.h"

@@ -16,11 +16,11 @@ namespace {
 
 namespace names = CryptoPP::Name;
 
-// Each cipher and each mode looks up what it knows.
+// The false after a value says that nobody need use it: RC2 and RC5, CFB and whatever has an iv pick their own.
 auto parameters(const ModeRow& row, const Cipher& cipher) {
-    return CryptoPP::MakeParameters(names::EffectiveKeyLength(), kRc2Bits)(names::Rounds(), kRc5Rounds)(
-        names::FeedbackSize(), row.mode == Mode::kCfb8 ? 1 : 0)(
-        names::IV(), CryptoPP::ConstByteArrayParameter(kIv.data(), cipher.block_bytes));
+    const CryptoPP::ConstByteArrayParameter iv(kIv.data(), cipher.block_bytes);
+    return CryptoPP::MakeParameters(names::EffectiveKeyLength(), kRc2Bits, false)(names::Rounds(), kRc5Rounds, false)(
+        names::FeedbackSize(), row.mode == Mode::kCfb8 ? 1 : 0, false)(names::IV(), iv, false);
 }
 
 template <typename Transformation>
@@ -66,7 +66,7 @@ void add(Rows& all, const Cipher& cipher) {
     add_key_setup(all, cipher, "cryptopp",
                   [encryption = std::make_shared<typename Algorithm::Encryption>(),
                    decryption = std::make_shared<typename Algorithm::Decryption>(), key = cipher.key] {
-                      const auto bits = CryptoPP::MakeParameters(names::EffectiveKeyLength(), kRc2Bits);
+                      const auto bits = CryptoPP::MakeParameters(names::EffectiveKeyLength(), kRc2Bits, false);
                       encryption->SetKey(key.data(), key.size(), bits);
                       if (std::is_same_v<Algorithm, CryptoPP::IDEA>) decryption->SetKey(key.data(), key.size());
                   });
