@@ -46,6 +46,7 @@ struct Cipher {
 };
 
 extern const std::vector<Cipher> kCiphers;
+const Cipher& cipher_named(std::string_view name);
 
 enum Mode { kEcb, kCbc, kNoPad, kCfb, kOfb };
 
