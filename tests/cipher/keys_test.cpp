@@ -24,7 +24,7 @@ TEST(CipherKeys, CountUpToTheirLimits) {
     EXPECT_NE(blowfish.scheduled(key), blowfish.scheduled(first(71, key)));
     EXPECT_EQ(rc2.scheduled(key, 1024), rc2.scheduled(first(128, key), 1024));
     EXPECT_NE(rc2.scheduled(key, 1024), rc2.scheduled(first(127, key), 1024));
-    EXPECT_NE(rc2.scheduled(key, 1024), rc2.scheduled(key, 1023));
+    EXPECT_NE(rc2.scheduled(key, 1024), rc2.scheduled(key, 1016));
     for (const std::int32_t bits : {0, -1, 1025, 2000, INT32_MIN, INT32_MAX}) {
         EXPECT_EQ(rc2.scheduled(key, bits), rc2.scheduled(key, 1024)) << bits;
     }

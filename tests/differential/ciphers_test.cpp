@@ -17,7 +17,7 @@ Bytes by_gcrypt(int algorithm, int mode, bool decrypting, const Bytes& key, cons
     gcry_cipher_hd_t handle = nullptr;
     EXPECT_EQ(gcry_cipher_open(&handle, algorithm, mode, 0), 0U);
     EXPECT_EQ(gcry_cipher_setkey(handle, key.data(), key.size()), 0U) << key.size() << " bytes of key";
-    if (!iv.empty()) EXPECT_EQ(gcry_cipher_setiv(handle, iv.data(), iv.size()), 0U);
+    EXPECT_EQ(iv.empty() ? 0 : gcry_cipher_setiv(handle, iv.data(), iv.size()), 0U);
     const auto run = decrypting ? gcry_cipher_decrypt : gcry_cipher_encrypt;
     EXPECT_EQ(run(handle, data.data(), data.size(), nullptr, 0), 0U);
     gcry_cipher_close(handle);
@@ -43,7 +43,7 @@ TEST(Ciphers, EqualLibgcryptOnRandomData) {
                   {"seed", GCRY_CIPHER_SEED, 16, 16},
                   {"idea", GCRY_CIPHER_IDEA, 16, 16},
                   {"blowfish", GCRY_CIPHER_BLOWFISH, 1, 72},
-                  {"rc2", GCRY_CIPHER_RFC2268_128, 5, 128}};
+                  {"rc2", GCRY_CIPHER_RFC2268_128, 5, 127}};  // with 128 it departs from RFC 2268, Nettle and Crypto++
     constexpr struct {
         int theirs;
         Mode ours;
@@ -90,21 +90,21 @@ TEST(Ciphers, EqualLibgcryptInRc4) {
 }
 
 // number: the effective bits of RC2, the rounds of RC5
-template <typename Theirs>
+template <typename Theirs, typename Number>
 void expect_equal_cbc(const Cipher& cipher, std::uint32_t longest_key, std::uint32_t most, std::uint32_t seed) {
     Random random(seed);
     for (int i = 0; i < kCases; ++i) {
         const Bytes key = random.bytes(1 + random.below(longest_key)), iv = random.bytes(cipher.block);
-        const std::uint32_t number = 1 + random.below(most);
-        const Job job = {cipher, cipher.scheduled(key, static_cast<std::int32_t>(number)), kCbc, random.below(2) != 0};
+        const auto number = static_cast<std::int32_t>(1 + random.below(most));
+        const Job job = {cipher, cipher.scheduled(key, number), kCbc, random.below(2) != 0};
         const Bytes data = random.bytes(cipher.block * (1 + any_length(random) / cipher.block));
         Bytes expected(data.size());
         if (job.decrypting) {
-            typename Theirs::Decryption blocks(key.data(), key.size(), number);
+            typename Theirs::Decryption blocks(key.data(), key.size(), static_cast<Number>(number));
             CryptoPP::CBC_Mode_ExternalCipher::Decryption(blocks, iv.data())
                 .ProcessData(expected.data(), data.data(), data.size());
         } else {
-            typename Theirs::Encryption blocks(key.data(), key.size(), number);
+            typename Theirs::Encryption blocks(key.data(), key.size(), static_cast<Number>(number));
             CryptoPP::CBC_Mode_ExternalCipher::Encryption(blocks, iv.data())
                 .ProcessData(expected.data(), data.data(), data.size());
         }
@@ -114,8 +114,8 @@ void expect_equal_cbc(const Cipher& cipher, std::uint32_t longest_key, std::uint
 }
 
 TEST(Ciphers, EqualCryptoPpWithAnyEffectiveBitsAndRounds) {
-    expect_equal_cbc<CryptoPP::RC2>(cipher_named("rc2"), 128, 1024, 20287);
-    expect_equal_cbc<CryptoPP::RC5>(cipher_named("rc5"), 255, 16, 20288);
+    expect_equal_cbc<CryptoPP::RC2, int>(cipher_named("rc2"), 128, 1024, 20287);
+    expect_equal_cbc<CryptoPP::RC5, unsigned>(cipher_named("rc5"), 255, 16, 20288);
 }
 
 }  // namespace
