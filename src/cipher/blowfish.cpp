@@ -14,7 +14,7 @@ struct Blowfish {
     };
     static constexpr std::size_t kBlockBytes = 8;
     static constexpr std::endian kOrder = std::endian::big;
-    static constexpr std::size_t kLanes = 6;
+    static constexpr std::size_t kLanes = 8;
 
     static State enter(const Block<8>& block) noexcept {
         const auto [left, right] = WordPair::of(block.limbs[0], std::endian::big);

@@ -52,12 +52,14 @@ template <typename C, Direction D, std::size_t Lanes>
     for (std::size_t i = 0; i < Lanes; ++i) C::leave(states[i]).store(out + C::kBlockBytes * i);
 }
 
-// The routine for many blocks that every processor can run.
-template <typename C, Direction D>
+// The routine for many blocks that every processor can run. What is too little for all lanes goes through half of them.
+template <typename C, Direction D, std::size_t Lanes = C::kLanes>
 void run_blocks(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::size_t count) {
-    constexpr std::size_t kStep = C::kLanes * C::kBlockBytes;
-    for (; count >= C::kLanes; count -= C::kLanes, in += kStep, out += kStep) run_lanes<C, D, C::kLanes>(schedule, in, out);
-    for (; count != 0; --count, in += C::kBlockBytes, out += C::kBlockBytes) run_lanes<C, D, 1>(schedule, in, out);
+    constexpr std::size_t kStep = Lanes * C::kBlockBytes;
+    for (; count >= Lanes; count -= Lanes, in += kStep, out += kStep) run_lanes<C, D, Lanes>(schedule, in, out);
+    if constexpr (Lanes > 1) {
+        if (count != 0) run_blocks<C, D, Lanes / 2>(schedule, in, out, count);
+    }
 }
 
 }  // namespace morvane::cipher

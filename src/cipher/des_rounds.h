@@ -44,22 +44,17 @@ struct State {
     friend State operator^(const State& a, const State& b) noexcept { return {a.left ^ b.left, a.right ^ b.right}; }
 };
 
-// The round key of two words, as a half.
-struct RoundKey {
-    std::uint32_t even;  // the boxes of bytes 0 to 3
-    std::uint32_t odd;   // and 4 to 7
-};
-
-// to ^ f(half), f being the cipher function of the standard. The look-ups are taken as they arrive.
-[[gnu::always_inline]] inline Half add_round(Half to, Half half, RoundKey key) noexcept {
+// to ^ f(half), f being the cipher function of the standard, under the round key of two words. The look-ups are taken as
+// they arrive.
+[[gnu::always_inline]] inline Half add_round(Half to, Half half, const std::uint32_t* key) noexcept {
     std::uint32_t even = 0, odd = 0;
     if constexpr (kIsSpread) {
-        const std::uint64_t x = half ^ (key.even | std::uint64_t{key.odd} << 32);
+        const std::uint64_t x = half ^ (key[0] | std::uint64_t{key[1]} << 32);
         even = static_cast<std::uint32_t>(x);
         odd = static_cast<std::uint32_t>(x >> 32);
     } else {
-        even = (half ^ key.even) & 0x3f3f3f3f;
-        odd = (std::rotr(half, 4) ^ key.odd) & 0x3f3f3f3f;
+        even = (half ^ key[0]) & 0x3f3f3f3f;
+        odd = (std::rotr(half, 4) ^ key[1]) & 0x3f3f3f3f;
     }
     const auto low_byte = [](std::uint32_t x) { return static_cast<std::uint8_t>(x); };
     const auto next_byte = [](std::uint32_t x) { return static_cast<std::uint8_t>(x >> 8); };
@@ -93,8 +88,8 @@ template <Direction D, std::size_t Lanes>
     for (std::size_t round = 0; round < 16; round += 2) {
         const std::size_t first = 2 * (D == Direction::kEncrypt ? round : 15 - round);
         const std::size_t second = 2 * (D == Direction::kEncrypt ? round + 1 : 14 - round);
-        for (State& state : states) state.left = add_round(state.left, state.right, {keys[first], keys[first + 1]});
-        for (State& state : states) state.right = add_round(state.right, state.left, {keys[second], keys[second + 1]});
+        for (State& state : states) state.left = add_round(state.left, state.right, keys + first);
+        for (State& state : states) state.right = add_round(state.right, state.left, keys + second);
     }
     for (State& state : states) state = {state.right, state.left};
 }

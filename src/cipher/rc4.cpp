@@ -3,17 +3,22 @@
 
 #include <morvane/cipher.h>
 
-#include <utility>
-
 uint32_t E_RC4_KeySchedule(E_RC4_STATE* state, const uint8_t* key, uint32_t key_len) {
-    *state = {};
-    if (key_len == 0) return 0;
-    for (std::uint32_t i = 0; i < 256; ++i) state->s[i] = i;
+    if (key_len == 0) {
+        *state = {};
+        return 0;
+    }
+    state->x = 0;
+    state->y = 0;
+    std::uint32_t* const s = state->s;
+    for (std::uint32_t i = 0; i < 256; ++i) s[i] = i;
     std::uint32_t j = 0, at = 0;
-    for (std::uint32_t& s : state->s) {
-        j = (j + s + key[at]) & 255;
-        std::swap(s, state->s[j]);
-        if (++at == key_len) at = 0;
+    for (std::uint32_t i = 0; i < 256; ++i) {
+        const std::uint32_t a = s[i];
+        j = (j + a + key[at]) & 255;
+        s[i] = s[j];
+        s[j] = a;
+        at = at + 1 == key_len ? 0 : at + 1;
     }
     return j;
 }
