@@ -1,4 +1,5 @@
-/* The service-provider layer: digests, random bytes and size queries by algorithm identifier (CDSA 1.2 CSP interface).
+/* The service-provider layer: digests, encryption, MACs, random bytes and size queries by algorithm identifier (CDSA 1.2
+ * CSP interface).
  *
  * Every CSP_ function returns 0 on success and -1 on failure. On failure the reason, one of the CSP_ERR_ codes, is in the
  * library's one error cell, which GetError reads. A successful call does not clear the cell.
@@ -191,6 +192,152 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_DigestDataUpdate(uint32_t csp, CspHandle
  * for: it is allocated, zero-filled, and Length stays 0. */
 MORVANE_API int32_t MORVANE_STDCALL CSP_DigestDataFinal(uint32_t csp, CspHandle handle, CSSM_DATA* output);
 
+/* ---- Encryption and decryption: Init, any number of Updates, Final ----
+ *
+ * Ciphers: CSP_ALG_DES, CSP_ALG_DES3 (two keys), CSP_ALG_IDEA, CSP_ALG_RC2, CSP_ALG_RC5, CSP_ALG_BLOWFISH and CSP_ALG_SEED
+ * in the modes CSP_MODE_ECB, CSP_MODE_CBC, CSP_MODE_CFB and CSP_MODE_OFB, the latter two with feedback of a whole block;
+ * CSP_ALG_RC4, which takes any mode; and CSP_ALG_NULL_CIPHER, which takes any mode, succeeds and writes nothing.
+ * morvane/cipher.h has the modes and what they do with partial blocks.
+ *
+ * Attributes of the context: CSP_ATTR_KEY, CSP_ATTR_MODE, CSP_ATTR_INIT_VECTOR (not for ECB, RC4 and the null cipher),
+ * CSP_ATTR_PADDING (optional, read at Final). Key and attributes must stay in place until Final: every step looks the key
+ * up again.
+ *
+ * Keys. The data of the key record is the expanded key, the schedule record of morvane/cipher.h (E_DES_KEY_SCHEDULE and so
+ * on), all of it: a step that finds less of it fails with CSP_ERR_PRIMITIVE_FAILED. RC4 keeps its state there, so the data
+ * of an RC4 key changes with every byte; those of all others are only read.
+ *
+ * Pieces. Update writes what fills whole blocks and keeps the rest, fewer bytes than a block, for the next Update or for
+ * Final. RC4 keeps nothing. The pieces of a stream may be cut anywhere, with one exception: Update works in chunks of 1000
+ * bytes, kept and new bytes together, and 1000 is no multiple of SEED's block. The last 8 bytes of a full chunk are to SEED
+ * a partial block: ECB and CBC encryption extend it with zeros and drop the last 8 of the 1008 bytes that makes; decryption
+ * reads zeros where the block goes on; CFB and OFB leave those 8 bytes out, and zeros stand in their place. The chaining
+ * value goes on with that block, in CFB and OFB with the block before it. Streams exist that were made so, therefore it
+ * stays. Feed SEED so that a chunk never fills: at most 992 bytes at a time, kept ones included, gives the stream of the
+ * mode itself.
+ *
+ * Padding options. Final fills the kept bytes up to a block, in decryption as well as in encryption; it does so even when
+ * none are kept, with a whole block:
+ *
+ *   0     nothing is added             5     bytes 0xFF
+ *   2     bytes 0x00                   6, 7  bytes of the number of bytes added (PKCS #5)
+ *   3     bytes 0x01                   9     random bytes: fails with CSP_ERR_PRIMITIVE_FAILED, there is no generator yet
+ *   4     bytes 0x55                   any other value counts as 2
+ *
+ * Decryption removes no padding: a decryption that ends on a block boundary is finished with option 0, and whoever expects
+ * padding checks and removes it. */
+
+/* Begins an encryption or a decryption; the two names are one entry point.
+ *   csp      never read
+ *   handle   address of a CspSession of type CSP_CONTEXT_SYMMETRIC or CSP_CONTEXT_CIPHER_ALT; not used if context is given
+ *   context  null; see "Context records" above for what happens otherwise
+ * Returns 0, or -1 with, in this order of checks: CSP_ERR_NO_CONTEXT, CSP_ERR_KEY_ATTRIBUTE_MISSING,
+ * CSP_ERR_WRONG_CONTEXT_TYPE, CSP_ERR_BAD_KEY (the key is null, has no data, or its BlobType is not 2, its Format not 0 or
+ * its AlgorithmId not the session's), CSP_ERR_UNKNOWN_MODE (no mode attribute), CSP_ERR_UNKNOWN_ALGORITHM,
+ * CSP_ERR_UNKNOWN_MODE (the cipher does not have it), CSP_ERR_INIT_VECTOR (missing, without data, or shorter than a block;
+ * of a longer one the first block counts). */
+MORVANE_API int32_t MORVANE_STDCALL CSP_EncryptDataInit(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context);
+MORVANE_API int32_t MORVANE_STDCALL CSP_DecryptDataInit(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context);
+
+/* Enciphers or deciphers the bytes of in_count input buffers, in order, into out_count output buffers, which are filled in
+ * order; their Lengths stay as they are. *written becomes the number of bytes written. All buffers are the caller's. An
+ * output buffer may be an input buffer only while nothing is kept from an earlier piece.
+ * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT (null handle), CSP_ERR_NULL_POINTER (in, out or written is
+ * null), CSP_ERR_NO_BUFFERS (a count is 0), CSP_ERR_OUTPUT_TOO_SHORT (the output buffers together are shorter than the
+ * input buffers); from here on *written counts from 0: CSP_ERR_BAD_DATA (the first input has no Data, or the first output
+ * has a Length without Data or Data without a Length), CSP_ERR_PRIMITIVE_FAILED (nothing was begun on this session). Then,
+ * where it comes to it: CSP_ERR_BAD_DATA (a further buffer of that kind; an output buffer without both is passed over),
+ * CSP_ERR_PRIMITIVE_FAILED (there is no key any more, or its data is too short), CSP_ERR_OUTPUT_TOO_SHORT (kept bytes and
+ * new ones make more blocks than there is room for). Then part of the output may be written, *written may count less than
+ * that, and the operation cannot go on; the kept bytes are as they were. */
+MORVANE_API int32_t MORVANE_STDCALL CSP_EncryptDataUpdate(uint32_t csp, CspHandle handle, const CSSM_DATA* in,
+                                                          uint32_t in_count, const CSSM_DATA* out, uint32_t out_count,
+                                                          uint32_t* written);
+MORVANE_API int32_t MORVANE_STDCALL CSP_DecryptDataUpdate(uint32_t csp, CspHandle handle, const CSSM_DATA* in,
+                                                          uint32_t in_count, const CSSM_DATA* out, uint32_t out_count,
+                                                          uint32_t* written);
+
+/* Pads the kept bytes and enciphers or deciphers them into remainder->Data; remainder->Length becomes the number of bytes
+ * written. That is a block after padding. Without padding, c kept bytes give in ECB and CBC a whole block when enciphering
+ * and c bytes when deciphering, and 0 bytes in CFB and OFB, which have no partial steps; none kept give 0.
+ *
+ * The buffer is the caller's, at least a block long, or the library's: with Length 0 and Data null a block is allocated, to
+ * be released as CSP_DigestDataFinal says. RC4 and the null cipher need and allocate none.
+ *
+ * Final does not end the session's operation: kept bytes (after padding, a block of them) and chaining value stay until the
+ * next Init. Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT (null handle), CSP_ERR_NULL_POINTER (remainder is
+ * null), CSP_ERR_PRIMITIVE_FAILED (nothing was begun), CSP_ERR_BAD_DATA (exactly one of Length and Data is zero),
+ * CSP_ERR_MEMORY, CSP_ERR_OUTPUT_TOO_SHORT, CSP_ERR_PRIMITIVE_FAILED (padding option 9, or the key is gone); then
+ * *remainder and the kept bytes are as they were. */
+MORVANE_API int32_t MORVANE_STDCALL CSP_EncryptDataFinal(uint32_t csp, CspHandle handle, CSSM_DATA* remainder);
+MORVANE_API int32_t MORVANE_STDCALL CSP_DecryptDataFinal(uint32_t csp, CspHandle handle, CSSM_DATA* remainder);
+
+/* Init with the context record, Update, Final, one after the other; the first failure is returned. Update and Final go by
+ * the handle: with a context record and no handle, Update fails with CSP_ERR_NO_CONTEXT. Pass a session and a null context.
+ */
+MORVANE_API int32_t MORVANE_STDCALL CSP_EncryptData(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                    const CSSM_DATA* in, uint32_t in_count, const CSSM_DATA* out,
+                                                    uint32_t out_count, uint32_t* written, CSSM_DATA* remainder);
+MORVANE_API int32_t MORVANE_STDCALL CSP_DecryptData(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                    const CSSM_DATA* in, uint32_t in_count, const CSSM_DATA* out,
+                                                    uint32_t out_count, uint32_t* written, CSSM_DATA* remainder);
+
+/* ---- Message authentication codes: Init, any number of Updates, Final ----
+ *
+ * CSP_ALG_DES   CBC-MAC with DES (FIPS 113) from a zero block, 8 bytes, with one departure: the message is extended with
+ * zeros to the next multiple of 8 and by a whole block of zeros when it is one already. An empty message is one block of
+ * zeros. MACs in the field are made so. CSP_ALG_DES3  the same, under the first of the two DES schedules in the key: single
+ * DES, though the key is that of triple DES. Kept for the same reason. CSP_ALG_MD5   HMAC-MD5 (RFC 2104) under the key's
+ * data, of any length, 16 bytes.
+ *
+ * The context has one attribute, CSP_ATTR_KEY. For DES the key's data is the expanded key, an E_DES_KEY_SCHEDULE or
+ * E_DES3_KEY_SCHEDULE, and it must stay in place until Final. DES MACs are 8 bytes under a 56-bit key: only for data that
+ * has them. */
+
+/* Begins a MAC; to generate and to verify, the steps are the same.
+ *   handle   address of a CspSession of type CSP_CONTEXT_MAC; not used if context is given
+ *   context  null; see "Context records" above for what happens otherwise
+ * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT, CSP_ERR_WRONG_CONTEXT_TYPE, CSP_ERR_KEY_ATTRIBUTE_MISSING,
+ * CSP_ERR_BAD_KEY (the key is null; except with CSP_ALG_MD5 also: no data, BlobType not 2, Format not 0, AlgorithmId not
+ * the session's), CSP_ERR_KEY_CLASS (not with CSP_ALG_MD5: KeyClass is not 2), CSP_ERR_UNKNOWN_ALGORITHM,
+ * CSP_ERR_MAC_KEY_TOO_SHORT (key data below 128 bytes for DES, 256 for triple DES), CSP_ERR_BAD_KEY (CSP_ALG_MD5: a Length
+ * without data), CSP_ERR_MEMORY (CSP_ALG_MD5). The working state of CSP_ALG_MD5 is released by Final. */
+MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateMacInit(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context);
+MORVANE_API int32_t MORVANE_STDCALL CSP_VerifyMacInit(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context);
+
+/* Absorbs count data buffers in order; they are only read. The two names are one entry point.
+ * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT (null handle), CSP_ERR_NULL_POINTER (buffers is null),
+ * CSP_ERR_NO_BUFFERS (count is 0), CSP_ERR_BAD_DATA (the first buffer has no Data, or a further one has a Length without
+ * Data), CSP_ERR_PRIMITIVE_FAILED (nothing was begun, or the key is gone). What came before the failure has been absorbed.
+ */
+MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateMacUpdate(uint32_t csp, CspHandle handle, const CSSM_DATA* buffers,
+                                                          uint32_t count);
+MORVANE_API int32_t MORVANE_STDCALL CSP_VerifyMacUpdate(uint32_t csp, CspHandle handle, const CSSM_DATA* buffers,
+                                                        uint32_t count);
+
+/* Finishes the MAC, writes it to mac->Data and sets mac->Length to its length. With Length 0 and Data null the library
+ * allocates the buffer, to be released as CSP_DigestDataFinal says.
+ * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT (null handle), CSP_ERR_NULL_POINTER (mac is null),
+ * CSP_ERR_BAD_DATA (exactly one of Length and Data is zero), CSP_ERR_PRIMITIVE_FAILED (nothing was begun, or the key is
+ * gone), CSP_ERR_MEMORY, CSP_ERR_OUTPUT_TOO_SHORT: for DES and triple DES Length must be at least 128, though the MAC has 8
+ * bytes; for CSP_ALG_MD5 16. With DES and triple DES the last step is taken before the output is looked at, so such a
+ * failure cannot be made good by another call. CSP_ALG_MD5 can be finished with a better buffer. */
+MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateMacFinal(uint32_t csp, CspHandle handle, CSSM_DATA* mac);
+
+/* Finishes the MAC and compares it with expected->Data, in a time that does not depend on the bytes. With DES and triple
+ * DES the first 8 bytes are compared, whatever the Length; with CSP_ALG_MD5 16, and a shorter Length is a mismatch. Returns
+ * 0 when they agree. On a mismatch -1, and the error cell keeps what it holds. Otherwise -1 with, in this order:
+ * CSP_ERR_NO_CONTEXT (null handle), CSP_ERR_NULL_POINTER (expected is null), CSP_ERR_BAD_DATA (no Data),
+ * CSP_ERR_PRIMITIVE_FAILED (nothing was begun, or the key is gone). */
+MORVANE_API int32_t MORVANE_STDCALL CSP_VerifyMacFinal(uint32_t csp, CspHandle handle, const CSSM_DATA* expected);
+
+/* Init with the context record, Update, Final; the first failure is returned. Update and Final go by the handle: pass a
+ * session and a null context, as with CSP_EncryptData. */
+MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateMac(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                    const CSSM_DATA* buffers, uint32_t count, CSSM_DATA* mac);
+MORVANE_API int32_t MORVANE_STDCALL CSP_VerifyMac(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                  const CSSM_DATA* buffers, uint32_t count, const CSSM_DATA* expected);
+
 /* ---- Random bytes ---- */
 
 /* Fills output->Data with as many random bytes as the attribute CSP_ATTR_OUTPUT_SIZE asks for and sets output->Length to
@@ -211,7 +358,7 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateRandom(uint32_t csp, CspHandle h
  * one of ECB mode, whatever mode the context names; stream ciphers have 0. The type of the context is not tested.
  *   handle, context   a session or context record; the context record wins
  *   encrypt, count    never read
- * Ciphers: CSP_ALG_NULL_CIPHER (0).
+ * Ciphers: those of encryption, see there: 16 for SEED, 8 for the other block ciphers, 0 for RC4 and the null cipher.
  * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT, CSP_ERR_NULL_POINTER (sizes is null),
  * CSP_ERR_UNKNOWN_ALGORITHM, CSP_ERR_UNKNOWN_MODE (the cipher has no ECB mode). */
 MORVANE_API int32_t MORVANE_STDCALL CSP_QuerySize(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,

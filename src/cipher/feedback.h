@@ -77,9 +77,12 @@ private:
     std::uint32_t width_;
 };
 
+// Whether there is a step to take: the width is one, and the input reaches for it. Otherwise a call touches nothing, its iv
+// included.
 template <BlockCipher C>
-constexpr bool is_width(std::int32_t bits) noexcept {
-    return bits > 0 && bits <= static_cast<std::int32_t>(8 * C::kBlockBytes);
+constexpr bool has_step(std::int32_t width_bits, std::uint32_t len) noexcept {
+    constexpr auto kMostBits = static_cast<std::int32_t>(8 * C::kBlockBytes);
+    return width_bits > 0 && width_bits <= kMostBits && len >= (static_cast<std::uint32_t>(width_bits) + 7) / 8;
 }
 
 // Whole-block feedback is a chain of blocks, and what most programs use; it goes without the shift register.
@@ -88,10 +91,9 @@ template <BlockCipher C>
 void cfb_encrypt(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::int32_t width_bits,
                  std::uint32_t len, std::uint8_t* iv) {
     using Block = Block<C::kBlockBytes>;
-    if (!is_width<C>(width_bits)) return;
+    if (!has_step<C>(width_bits, len)) return;
     ShiftRegister<C::kBlockBytes, C::kOrder> shift(iv, static_cast<std::uint32_t>(width_bits));
     const std::size_t step = shift.step_bytes();
-    if (len < step) return;
     if (shift.is_whole_block()) {
         States<C> state = {C::enter(shift.content())};
         for (; len >= step; len -= static_cast<std::uint32_t>(step), in += step, out += step) {
@@ -117,11 +119,10 @@ void cfb_decrypt(const typename C::Schedule& schedule, const std::uint8_t* in, s
                  std::uint32_t len, std::uint8_t* iv) {
     using Block = Block<C::kBlockBytes>;
     constexpr std::size_t kBlockBytes = C::kBlockBytes;
-    if (!is_width<C>(width_bits)) return;
+    if (!has_step<C>(width_bits, len)) return;
     ShiftRegister<kBlockBytes, C::kOrder> shift(iv, static_cast<std::uint32_t>(width_bits));
     const std::size_t step = shift.step_bytes();
     std::size_t steps = len / step;
-    if (steps == 0) return;
     const auto encrypt = C::template blocks<Direction::kEncrypt>();
     Batch batch;
     while (steps != 0) {
@@ -156,10 +157,9 @@ template <BlockCipher C>
 void ofb(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::int32_t width_bits,
          std::uint32_t len, std::uint8_t* iv) {
     using Block = Block<C::kBlockBytes>;
-    if (!is_width<C>(width_bits)) return;
+    if (!has_step<C>(width_bits, len)) return;
     ShiftRegister<C::kBlockBytes, C::kOrder> shift(iv, static_cast<std::uint32_t>(width_bits));
     const std::size_t step = shift.step_bytes();
-    if (len < step) return;
     if (shift.is_whole_block()) {
         States<C> state = {C::enter(shift.content())};
         for (; len >= step; len -= static_cast<std::uint32_t>(step), in += step, out += step) {

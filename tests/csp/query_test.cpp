@@ -65,11 +65,16 @@ TEST(CspRandom, FailsAtTheGeneratorOnly) {
 }
 
 TEST(CspQuerySize, ReportsTheBlockLengthTwiceWhateverTheContextType) {
-    const CSSM_CONTEXT context = {12345, CSP_ALG_NULL_CIPHER, 0, 0, nullptr};
-    CspSizePair sizes = {1, 2};
-    EXPECT_EQ(CSP_QuerySize(100, 0, &context, 7, 9, &sizes), 0);
-    EXPECT_EQ(sizes.first, 0U);
-    EXPECT_EQ(sizes.second, 0U);
+    constexpr struct {
+        std::uint32_t algorithm, bytes;
+    } kCases[] = {{CSP_ALG_NULL_CIPHER, 0}, {CSP_ALG_RC4, 0}, {CSP_ALG_DES, 8}, {CSP_ALG_BLOWFISH, 8}, {CSP_ALG_SEED, 16}};
+    for (const auto& row : kCases) {
+        const CSSM_CONTEXT context = {12345, row.algorithm, 0, 0, nullptr};
+        CspSizePair sizes = {1, 2};
+        EXPECT_EQ(CSP_QuerySize(100, 0, &context, 7, 9, &sizes), 0);
+        EXPECT_EQ(sizes.first, row.bytes);
+        EXPECT_EQ(sizes.second, row.bytes);
+    }
 }
 
 TEST(CspQuerySize, ChecksInOrder) {

@@ -55,7 +55,7 @@ TEST(Resolve, CopiesTheContextIntoAFreshRecord) {
 }
 
 TEST(BlockPadding, FillsByOption) {
-    constexpr CspCipherTable kCipher = {128, 8, 8, 8};
+    const CspCipherTable& des = *find_cipher_table(CSP_ALG_DES, CSP_MODE_CBC).table;
     constexpr struct {
         std::uint32_t option;
         const char* of_five;
@@ -70,7 +70,7 @@ TEST(BlockPadding, FillsByOption) {
         for (const std::uint32_t carried : {5U, 0U}) {
             Bytes block(9, 0xcc);
             std::uint32_t count = carried;
-            ASSERT_TRUE(pad_block(kCipher, block.data(), count, row.option));
+            ASSERT_TRUE(pad_block(des, block.data(), count, row.option));
             EXPECT_EQ(count, 8U);
             EXPECT_EQ(to_hex(block), std::string(carried == 5 ? row.of_five : row.of_none) + "cc") << row.option;
         }
@@ -78,13 +78,15 @@ TEST(BlockPadding, FillsByOption) {
 }
 
 TEST(BlockPadding, LeavesTheRestAlone) {
+    const CspCipherTable& des = *find_cipher_table(CSP_ALG_DES, CSP_MODE_CBC).table;
+    const CspCipherTable& rc4 = *find_cipher_table(CSP_ALG_RC4, CSP_MODE_CBC).table;
     Bytes block(8, 0xcc);
     std::uint32_t count = 5;
-    EXPECT_TRUE(pad_block({128, 8, 8, 8}, block.data(), count, kPadNone));
+    EXPECT_TRUE(pad_block(des, block.data(), count, kPadNone));
     EXPECT_EQ(count, 5U);
-    EXPECT_FALSE(pad_block({128, 8, 8, 8}, block.data(), count, kPadRandom));
+    EXPECT_FALSE(pad_block(des, block.data(), count, kPadRandom));
     EXPECT_EQ(count, 5U);
-    EXPECT_TRUE(pad_block({1032, 0, 0, 0}, block.data(), count, kPadPkcs5));
+    EXPECT_TRUE(pad_block(rc4, block.data(), count, kPadPkcs5));
     EXPECT_EQ(count, 0U);
     EXPECT_EQ(block, Bytes(8, 0xcc));
 }
