@@ -25,6 +25,7 @@ Rows all_rows([[maybe_unused]] bool portable) {
     Rows all;
     add_ours(all);
     add_our_ciphers(all);
+    add_streams(all);
 #if defined(WITH_OPENSSL)
     add_openssl(all);
     add_openssl_ciphers(all);

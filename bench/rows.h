@@ -37,6 +37,8 @@ using Rows = std::vector<Row>;
 
 void add_ours(Rows& all);
 void add_our_ciphers(Rows& all);
+// Their peer is this library's own mode function, "direct".
+void add_streams(Rows& all);
 
 // Each of these exists where its library was found. With `portable`, before anything of the library runs, its use of the
 // processor's extensions is switched off as far as the library can; the environment does that for the others.
