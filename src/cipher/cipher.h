@@ -21,13 +21,13 @@ template <typename C>
 using States = std::array<typename C::State, 1>;
 
 template <typename C>
-concept BlockCipher = requires(const typename C::Schedule& schedule, const typename C::State& state, States<C>& one,
-                               const Block<C::kBlockBytes>& block) {
+concept BlockCipher = requires(const typename C::Schedule& schedule, const typename C::State& state,
+                               const typename C::State& other, States<C>& one, const Block<C::kBlockBytes>& block) {
     { C::kOrder } -> std::convertible_to<std::endian>;  // of the words that the single-block functions take
     { C::kLanes } -> std::convertible_to<std::size_t>;  // how many blocks keep the processor busy
     { C::enter(block) } -> std::same_as<typename C::State>;
     { C::leave(state) } -> std::same_as<Block<C::kBlockBytes>>;
-    { state ^ state } -> std::same_as<typename C::State>;
+    { state ^ other } -> std::same_as<typename C::State>;
     // Any number of lanes, each enciphered by itself, their rounds interleaved.
     C::template run<Direction::kEncrypt>(schedule, one);
     C::template run<Direction::kDecrypt>(schedule, one);

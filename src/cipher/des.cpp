@@ -40,7 +40,7 @@ struct ThreePasses {
     template <Direction D, typename Record, typename States>
     [[gnu::always_inline]] static void run(const Record& schedule, States& states) noexcept {
         constexpr Direction kInner = D == Direction::kEncrypt ? Direction::kDecrypt : Direction::kEncrypt;
-        constexpr std::size_t kLast = sizeof schedule.keys / sizeof schedule.keys[0] == 3 ? 2 : 0;
+        constexpr std::size_t kLast = std::extent_v<decltype(Record::keys)> == 3 ? 2 : 0;
         des::sixteen_rounds<D>(schedule.keys[D == Direction::kEncrypt ? 0 : kLast], states);
         des::sixteen_rounds<kInner>(schedule.keys[1], states);
         des::sixteen_rounds<D>(schedule.keys[D == Direction::kEncrypt ? kLast : 0], states);

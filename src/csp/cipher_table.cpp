@@ -192,7 +192,7 @@ static_assert(is_sorted_table(kRows));
 CipherChoice find_cipher_table(std::uint32_t algorithm, std::uint32_t mode) noexcept {
     const Row* const row = find_row(kRows, algorithm);
     if (row == nullptr) return {nullptr, CSP_ERR_UNKNOWN_ALGORITHM};
-    if (row->takes_any_mode) return {&row->tables[0], 0};
+    if (row->takes_any_mode) return {row->tables.data(), 0};
     for (std::size_t i = 0; i < kModes.size(); ++i) {
         if (kModes[i] == mode) return {&row->tables[i], 0};
     }

@@ -42,16 +42,16 @@ std::uint32_t absorb(CspSession& session, const CSSM_KEY* key, const CSSM_DATA& 
     std::uint32_t left = buffer.Length;
     if (session.carried_bytes != 0 && left >= block_bytes - session.carried_bytes) {
         const std::uint32_t missing = block_bytes - session.carried_bytes;
-        std::memcpy(session.carried + session.carried_bytes, bytes, missing);
-        if (const std::uint32_t code = table.update(key, session, session.carried, 1); code != 0) return code;
+        morvane::copy_bytes(session.carried + session.carried_bytes, bytes, missing);
+        if (const std::uint32_t code = table.update(key, session, session.carried, block_bytes); code != 0) return code;
         std::memset(session.carried, 0, block_bytes);
         session.carried_bytes = 0;
         bytes += missing;
         left -= missing;
     }
     if (session.carried_bytes == 0 && left >= block_bytes) {
-        const std::uint32_t whole = left - left % block_bytes;
-        if (const std::uint32_t code = table.update(key, session, bytes, whole / block_bytes); code != 0) return code;
+        const std::uint32_t whole = left & ~(block_bytes - 1);
+        if (const std::uint32_t code = table.update(key, session, bytes, whole); code != 0) return code;
         bytes += whole;
         left -= whole;
     }

@@ -32,16 +32,16 @@ std::uint32_t init_des(const CSSM_KEY* key, CspSession& session) noexcept {
 }
 
 std::uint32_t update_des(const CSSM_KEY* key, CspSession& session, const std::uint8_t* blocks,
-                         std::uint32_t count) noexcept {
-    constexpr std::uint32_t kMostBlocks = 64;
+                         std::uint32_t size) noexcept {
+    constexpr std::uint32_t kMost = 512;
     const bool done = with_schedule<E_DES_KEY_SCHEDULE>(key, [&](const E_DES_KEY_SCHEDULE& schedule) {
-        SecretArray<std::uint8_t, kMostBlocks * kDesBytes> ciphertext;
-        while (count != 0) {
-            const std::uint32_t now = std::min(count, kMostBlocks), size = now * kDesBytes;
-            E_DES_CBC_Encrypt(blocks, ciphertext.items.data(), &schedule, size, session.chain);
-            std::copy_n(ciphertext.items.data() + size - kDesBytes, kDesBytes, session.chain);
-            blocks += size;
-            count -= now;
+        SecretArray<std::uint8_t, kMost> ciphertext;
+        while (size != 0) {
+            const std::uint32_t now = std::min(size, kMost);
+            E_DES_CBC_Encrypt(blocks, ciphertext.items.data(), &schedule, now, session.chain);
+            std::copy_n(ciphertext.items.data() + now - kDesBytes, kDesBytes, session.chain);
+            blocks += now;
+            size -= now;
         }
     });
     return done ? 0 : CSP_ERR_PRIMITIVE_FAILED;
@@ -50,7 +50,7 @@ std::uint32_t update_des(const CSSM_KEY* key, CspSession& session, const std::ui
 // The last step is always taken: the carried bytes are extended with zeros, which makes an extra block of zeros when there
 // are none. It comes before anything is asked of the output.
 std::uint32_t close_des(const CSSM_KEY* key, CspSession& session) noexcept {
-    return update_des(key, session, session.carried, 1);
+    return update_des(key, session, session.carried, kDesBytes);
 }
 
 std::uint32_t final_des(const CSSM_KEY* key, CspSession& session, CSSM_DATA& mac) noexcept {
@@ -105,14 +105,10 @@ std::uint32_t init_md5(const CSSM_KEY* key, CspSession& session) noexcept {
 }
 
 std::uint32_t update_md5(const CSSM_KEY* /*key*/, CspSession& session, const std::uint8_t* blocks,
-                         std::uint32_t count) noexcept {
+                         std::uint32_t size) noexcept {
     auto* const state = static_cast<HmacMd5*>(session.state);
     if (state == nullptr) return CSP_ERR_PRIMITIVE_FAILED;
-    constexpr std::uint32_t kMostBlocks = 1U << 24;  // in bytes they fit a length
-    for (; count > kMostBlocks; count -= kMostBlocks, blocks += kMostBlocks * kMd5Bytes) {
-        hash::md5_update(&state->inner, blocks, kMostBlocks * kMd5Bytes);
-    }
-    hash::md5_update(&state->inner, blocks, count * kMd5Bytes);
+    hash::md5_update(&state->inner, blocks, size);
     return 0;
 }
 

@@ -8,13 +8,13 @@
 // One MAC algorithm. Operations return 0 or the code of their failure; kMismatch is none.
 struct CspMacTable {
     std::uint32_t expanded_key_bytes;
-    std::uint32_t block_bytes;  // what is buffered
+    std::uint32_t block_bytes;  // what is buffered; a power of two
     std::uint32_t running_bytes;
     // Checks the key and makes the session's carried block, running value or working state ready.
     std::uint32_t (*init)(const CSSM_KEY* key, CspSession& session) noexcept;
-    // Absorbs whole blocks.
+    // Absorbs `size` bytes, whole blocks.
     std::uint32_t (*update)(const CSSM_KEY* key, CspSession& session, const std::uint8_t* blocks,
-                            std::uint32_t count) noexcept;
+                            std::uint32_t size) noexcept;
     // Absorbs the carried bytes and writes the MAC, allocating the buffer where its Data is null.
     std::uint32_t (*final)(const CSSM_KEY* key, CspSession& session, CSSM_DATA& mac) noexcept;
     // Absorbs the carried bytes and compares the MAC with the expected one.
