@@ -27,7 +27,11 @@ char to_lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' 
 
 }  // namespace
 
-bool Algorithm::is_called(std::string_view other) const { return std::ranges::equal(name, other, {}, to_lower, to_lower); }
+bool same_name(std::string_view one, std::string_view other) {
+    return std::ranges::equal(one, other, {}, to_lower, to_lower);
+}
+
+bool Algorithm::is_called(std::string_view other) const { return same_name(name, other); }
 
 std::span<const Algorithm> all_algorithms() { return kAlgorithms; }
 

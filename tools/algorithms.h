@@ -1,4 +1,4 @@
-// The algorithms the command knows by name.
+// The digests the command knows by name; the ciphers have a table of their own.
 #pragma once
 
 #include <cstdint>
@@ -6,6 +6,9 @@
 #include <string_view>
 
 namespace morvane::tool {
+
+// Names are compared without regard to case.
+bool same_name(std::string_view one, std::string_view other);
 
 enum class Kind { kDigest };
 
@@ -16,7 +19,6 @@ struct Algorithm {
     std::uint32_t digest_bytes;
     std::string_view note;
 
-    // Names are compared without regard to case.
     bool is_called(std::string_view other) const;
 };
 

@@ -14,7 +14,7 @@ constexpr std::size_t kLineBuffer = 1 << 16;
 
 [[noreturn]] void fail(const std::string& name) {
     const std::string reason = std::strerror(errno);
-    throw InputError((name == kStandardInput ? "standard input" : escape_name(name)) + ": " + reason);
+    throw InputError(display_name(name) + ": " + reason);
 }
 
 std::FILE* open(const std::string& name) {
@@ -24,6 +24,8 @@ std::FILE* open(const std::string& name) {
 }
 
 }  // namespace
+
+std::string display_name(const std::string& name) { return name == kStandardInput ? "standard input" : escape_name(name); }
 
 void Input::Close::operator()(std::FILE* file) const {
     // Nothing was written, so closing has nothing to say.

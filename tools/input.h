@@ -19,6 +19,9 @@ struct InputError : std::runtime_error {
 
 inline constexpr char kStandardInput[] = "-";
 
+// The name as messages give it.
+std::string display_name(const std::string& name);
+
 // One input of any length; the name "-" stands for standard input. Opening and reading throw InputError.
 class Input {
 public:

@@ -1,5 +1,6 @@
 // morvane list: what the library offers.
 #include "algorithms.h"
+#include "ciphers.h"
 #include "command_line.h"
 #include "output.h"
 
@@ -20,12 +21,16 @@ std::string padded(std::string text, std::size_t width) {
 
 ExitCode run_list(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
+    line.footer("BYTES are those of the digest or, for a cipher, of the key.");
     if (const auto code = line.read(arguments)) return *code;
 
     std::vector<Row> rows = {{"NAME", "KIND", "BYTES", "NOTE"}};
     for (const Algorithm& algorithm : all_algorithms()) {
         rows.push_back({std::string(algorithm.name), std::string(name_of(algorithm.kind)),
                         std::to_string(algorithm.digest_bytes), std::string(algorithm.note)});
+    }
+    for (const Cipher& cipher : all_ciphers()) {
+        rows.push_back({std::string(cipher.name), "cipher", cipher.key_lengths(), std::string(cipher.note)});
     }
     std::array<std::size_t, 3> widths{};
     for (const Row& row : rows) {

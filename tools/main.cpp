@@ -14,6 +14,8 @@ ExitCode run_help(const Verb& verb, const Arguments& arguments);
 
 constexpr Verb kVerbs[] = {
     {"digest", "Prints or checks digests of files", run_digest},
+    {"encrypt", "Enciphers a file", run_encrypt},
+    {"decrypt", "Deciphers a file", run_decrypt},
     {"list", "Lists the algorithms", run_list},
     {"version", "Prints the version", run_version},
     {"help", "Explains the command or one of its verbs", run_help},

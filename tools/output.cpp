@@ -8,6 +8,7 @@ namespace morvane::tool {
 namespace {
 
 int first_failure = 0;  // the errno of it
+bool failure_told = false;
 
 void remember_failure() {
     if (first_failure == 0) first_failure = errno != 0 ? errno : EIO;
@@ -18,11 +19,24 @@ void flush() {
     if (std::fflush(stdout) != 0) remember_failure();
 }
 
+// To be passed on at once.
+std::string tell_failure() {
+    failure_told = true;
+    return std::string("standard output: ") + std::strerror(first_failure);
+}
+
 }  // namespace
 
 void print(std::string_view text) {
     errno = 0;
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) remember_failure();
+}
+
+void write_now(std::span<const std::uint8_t> bytes) {
+    errno = 0;
+    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) remember_failure();
+    flush();
+    if (first_failure != 0) throw OutputError(tell_failure());
 }
 
 void complain(std::string_view text) {
@@ -34,7 +48,7 @@ void complain(std::string_view text) {
 bool output_failed() {
     flush();
     if (first_failure == 0) return false;
-    complain(std::string("standard output: ") + std::strerror(first_failure));
+    if (!failure_told) complain(tell_failure());
     return true;
 }
 

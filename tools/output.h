@@ -1,6 +1,9 @@
 // Standard output and the messages on standard error.
 #pragma once
 
+#include <cstdint>
+#include <span>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -9,10 +12,20 @@ namespace morvane::tool {
 // Writes to standard output. A failure is remembered for output_failed.
 void print(std::string_view text);
 
+// Its text is a complete message: the name and the reason.
+struct OutputError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+// Writes to standard output, past its buffer. Throws OutputError when that or an earlier print failed; output_failed then
+// has nothing to add.
+void write_now(std::span<const std::uint8_t> bytes);
+
 // Writes "morvane: <text>" and a line end to standard error, after everything printed so far.
 void complain(std::string_view text);
 
-// Writes out what is still in the buffer. If that or any print failed, complains once and returns true.
+// Writes out what is still in the buffer. If that or any print failed, returns true, and complains if nobody
+// did yet.
 bool output_failed();
 
 }  // namespace morvane::tool

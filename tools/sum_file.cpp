@@ -1,36 +1,9 @@
 #include "sum_file.h"
 
+#include "hex.h"
+
 namespace morvane::tool {
 namespace {
-
-constexpr std::string_view kDigits = "0123456789abcdef";
-
-std::string to_hex(std::span<const std::uint8_t> bytes) {
-    std::string hex;
-    for (const std::uint8_t byte : bytes) {
-        hex += kDigits[byte >> 4];
-        hex += kDigits[byte & 15];
-    }
-    return hex;
-}
-
-// -1 for no digit.
-int digit_value(char c) {
-    if (c >= 'A' && c <= 'F') c = static_cast<char>(c - 'A' + 'a');
-    const std::size_t value = kDigits.find(c);
-    return value == std::string_view::npos ? -1 : static_cast<int>(value);
-}
-
-std::optional<Digest> from_hex(std::string_view hex, std::size_t bytes) {
-    if (hex.size() != 2 * bytes) return std::nullopt;
-    Digest digest;
-    for (std::size_t i = 0; i < hex.size(); i += 2) {
-        const int high = digit_value(hex[i]), low = digit_value(hex[i + 1]);
-        if (high < 0 || low < 0) return std::nullopt;
-        digest.push_back(static_cast<std::uint8_t>(high << 4 | low));
-    }
-    return digest;
-}
 
 std::optional<std::string> unescape(std::string_view text) {
     std::string name;
@@ -129,10 +102,12 @@ std::optional<SumLine> parse_sum_line(std::string_view line, const Algorithm& al
     if (!parts) parts = split_tagged(line, algorithm);
     if (!parts) return std::nullopt;
 
-    std::optional<Digest> digest = from_hex(parts->hex, algorithm.digest_bytes);
+    std::optional<Digest> digest = from_hex(parts->hex);
     std::optional<std::string> name = escaped ? unescape(parts->name) : std::string(parts->name);
     // No file name holds a zero byte; the part before it would name another file.
-    if (!digest || !name || name->empty() || name->find('\0') != std::string::npos) return std::nullopt;
+    if (!digest || digest->size() != algorithm.digest_bytes || !name || name->empty() ||
+        name->find('\0') != std::string::npos)
+        return std::nullopt;
     return SumLine{std::move(*digest), std::move(*name)};
 }
 

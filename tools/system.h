@@ -18,6 +18,24 @@ std::FILE* open_for_reading(const std::string& name);
 // The size of a regular file, 0 for anything else.
 std::uint64_t size_of(std::FILE* file);
 
+enum class FileKind { kNone, kRegular, kOther };
+
+// What is there under this name; a symbolic link is kOther.
+FileKind kind_of(const std::string& name);
+
+// Creates a file for writing bytes, with the permissions of the file `like` where there is one. Null, with the reason in
+// errno, when that fails: EEXIST when the name is taken.
+std::FILE* create_file(const std::string& name, const std::string& like);
+
+// Renames a file; one that has the new name already is replaced or, unless `replace`, a reason to fail. False, with the
+// reason in errno, when it fails.
+bool move_file(const std::string& from, const std::string& to, bool replace);
+
+void remove_file(const std::string& name);
+
+// Until the next call, the file of this name is removed when the user or the system ends the program. Empty: none is.
+void remove_when_interrupted(const std::string& name);
+
 bool stderr_is_terminal();
 
 }  // namespace morvane::tool

@@ -1,5 +1,6 @@
 #include "system.h"
 
+#include <atomic>
 #include <cerrno>
 
 #include <fcntl.h>
@@ -26,6 +27,30 @@ std::string to_utf8(const wchar_t* wide) {
     WideCharToMultiByte(CP_UTF8, 0, wide, -1, text.data(), size, nullptr, nullptr);
     text.pop_back();  // the terminating zero
     return text;
+}
+
+int errno_of(DWORD error) {
+    switch (error) {
+        case ERROR_FILE_EXISTS:
+        case ERROR_ALREADY_EXISTS:
+            return EEXIST;
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND:
+        case ERROR_INVALID_NAME:
+            return ENOENT;
+        case ERROR_DISK_FULL:
+            return ENOSPC;
+        default:
+            return EACCES;
+    }
+}
+
+std::atomic<const wchar_t*> removed_when_interrupted = nullptr;
+
+// Runs in a thread of its own while the program goes on.
+BOOL WINAPI remove_interrupted(DWORD) {
+    if (const wchar_t* const name = removed_when_interrupted) DeleteFileW(name);
+    return FALSE;  // the system's own handler then ends the program
 }
 
 // Makes a console show UTF-8 while the program runs.
@@ -63,6 +88,43 @@ std::uint64_t size_of(std::FILE* file) {
     struct _stat64 status {};
     if (_fstat64(_fileno(file), &status) != 0 || (status.st_mode & _S_IFMT) != _S_IFREG) return 0;
     return static_cast<std::uint64_t>(status.st_size);
+}
+
+FileKind kind_of(const std::string& name) {
+    const DWORD attributes = GetFileAttributesW(to_wide(name).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return FileKind::kNone;
+    constexpr DWORD kOthers = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_REPARSE_POINT;
+    return (attributes & kOthers) == 0 ? FileKind::kRegular : FileKind::kOther;
+}
+
+// Permissions come from the folder here.
+std::FILE* create_file(const std::string& name, const std::string&) {
+    // The runtime's own functions would keep an interrupted file from being deleted while it is open.
+    const HANDLE handle = CreateFileW(to_wide(name).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                                      CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        errno = errno_of(GetLastError());
+        return nullptr;
+    }
+    const int file = _open_osfhandle(reinterpret_cast<intptr_t>(handle), _O_WRONLY | _O_BINARY);
+    return _fdopen(file, "wb");
+}
+
+bool move_file(const std::string& from, const std::string& to, bool replace) {
+    if (MoveFileExW(to_wide(from).c_str(), to_wide(to).c_str(), replace ? MOVEFILE_REPLACE_EXISTING : 0)) return true;
+    errno = errno_of(GetLastError());
+    return false;
+}
+
+void remove_file(const std::string& name) { DeleteFileW(to_wide(name).c_str()); }
+
+void remove_when_interrupted(const std::string& name) {
+    static const bool caught = SetConsoleCtrlHandler(remove_interrupted, TRUE) != 0;
+    static_cast<void>(caught);
+    static std::wstring kept;  // the handler must not see it change
+    removed_when_interrupted = nullptr;
+    kept = to_wide(name);
+    if (!kept.empty()) removed_when_interrupted = kept.c_str();
 }
 
 bool stderr_is_terminal() {

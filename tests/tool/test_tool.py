@@ -1,20 +1,67 @@
 #!/usr/bin/env python3
-"""Runs the morvane command and compares what it prints with hashlib and the formats of sum files.
+"""Runs the morvane command and compares what it makes with hashlib, the formats of sum files and other cipher programs.
 
 usage: test_tool.py TOOL [EMULATOR...]
 """
 
 import hashlib
 import os
+import signal
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 COMMAND = []  # the emulator, if any, and the tool
 IS_WINDOWS = False
 
 GOOD, MISMATCH, USAGE, INPUT_OUTPUT = range(4)
+
+
+# Name, bytes of the key and ciphertext of TEXT under key_of() and iv_of(): made with OpenSSL, IDEA's with python3-cryptography
+# and those of RC5, 12 rounds, with a transcript of RFC 2040 that gives the vectors of its paper.
+TEXT = bytes(range(0x30, 0x45))
+CIPHERTEXTS = [
+    ("des-ecb", 8, "88f7efc7ddd105e0bcad7544a5c10d943e5b142fa83c2340"),
+    ("des-cbc", 8, "6b55c9f1cf0c3bf040e6673b01b537390b9004dfaa2aae81"),
+    ("des-cfb", 8, "97d3c2f1dc159b897600c61928dda2fca2f54c05d8"),
+    ("des-ofb", 8, "97d3c2f1dc159b89433c1c34da3c2e4a1e472dfb22"),
+    ("des3-ecb", 16, "38bf42e849e5d7e0f4ea98511b6c09084d7c817b094a6a3c"),
+    ("des3-cbc", 16, "c706116ad91b323aa86d988812ad7c68635fb221b0bd8676"),
+    ("des3-cfb", 16, "2b143ef7183504cd2b13873196bf7212f139e0aea8"),
+    ("des3-ofb", 16, "2b143ef7183504cd6d4c8f3a8ce38102deb09c5680"),
+    ("des3-cbc", 24, "f6087fc59cbb615bf5114b2f7bce560a695a2ade225f6bf0"),
+    ("seed-ecb", 16, "6bfdec2d6d058cadd411f6f9454b134295a800a6d1cc2486b3c8a02e342da533"),
+    ("seed-cbc", 16, "b711b84fdb634f9c17d0aea8684c4d463f505e54ec1e0dae859cda5897cc72bd"),
+    ("seed-cfb", 16, "a3f2243895c3c020faeab7d277e2416cc26ff3f0d3"),
+    ("seed-ofb", 16, "a3f2243895c3c020faeab7d277e2416c196b277b7a"),
+    ("idea-ecb", 16, "b02b92bd6f187c13d687af40f507b8720062cbe1104a3e12"),
+    ("idea-cbc", 16, "3151057a78c1511da834532a76d5239c960e55a76e759e43"),
+    ("idea-cfb", 16, "0979ea03d19d35b5274188bb2192d0253ec5d7b7c4"),
+    ("idea-ofb", 16, "0979ea03d19d35b55d7a3bad3b57ed3b0432bea827"),
+    ("blowfish-ecb", 16, "7956f41b6bb7969ca1cf2d1764d80ed709006c5d50a9d4da"),
+    ("blowfish-cbc", 16, "d0080c6ebd739e2bb7d182ef2ecfef7e327a633d64fc1893"),
+    ("blowfish-cfb", 16, "0c1c582f51cee5216a372221c7700b945aa455dea1"),
+    ("blowfish-ofb", 16, "0c1c582f51cee52100685c1805de622dd28f1a9253"),
+    ("rc2-ecb", 16, "4f181d804cede441a92c0e4b861f6f2e2d860cbf02289e8a"),
+    ("rc2-cbc", 16, "12fd084b62e9befe74cf9e62f0f4dfefe9edaff23981b684"),
+    ("rc2-cfb", 16, "69830e25d58d46010021c9ec28d6ca369e63795a92"),
+    ("rc2-ofb", 16, "69830e25d58d460191f4c891fdcdeea1c98c7355cb"),
+    ("rc5-ecb", 9, "9ca58fe2b56f9f9b1f9eec855e09752a01fa33e183ee17ce"),
+    ("rc5-cbc", 9, "1c2b7c0038f2eb7b575ffa88b666b197b82bea488f7291f7"),
+    ("rc5-cfb", 9, "6b173255ecbf6ccc3637a41f399fd1442628c33cf2"),
+    ("rc5-ofb", 9, "6b173255ecbf6ccc14bf3bde985adfd30f51032e5b"),
+    ("rc4", 16, "40da5df3545a8d05e81a67ed2f3a498bb009124a59"),
+]
+
+
+def key_of(size):
+    return bytes((i * 37 + 1) & 255 for i in range(size))
+
+
+def iv_of(name):
+    return bytes(range(0xa0, 0xb0 if name.startswith("seed") else 0xa8))
 
 
 def sha1(data):
@@ -172,6 +219,124 @@ class CheckTest(ToolTest):
         self.assertRegex(err, rb"morvane: none: No such")
 
 
+class CipherTest(ToolTest):
+    DES = ("des-cbc", "--key", key_of(8).hex(), "--iv", iv_of("des").hex())
+
+    @staticmethod
+    def options(name, key_bytes):
+        iv = () if name == "rc4" or name.endswith("-ecb") else ("--iv", iv_of(name).hex())
+        rounds = ("--rounds", "12") if name.startswith("rc5") else ()
+        return (name, "--key", key_of(key_bytes).hex(), *iv, *rounds)
+
+    def test_every_cipher_and_mode(self):
+        # One table serves all builds; Wine is slow to start.
+        for name, key_bytes, expected in CIPHERTEXTS[::4] if IS_WINDOWS else CIPHERTEXTS:
+            options = self.options(name, key_bytes)
+            out, _ = self.run_tool("encrypt", *options, stdin=TEXT)
+            self.assertEqual(out.hex(), expected, name)
+            self.assertEqual(self.run_tool("decrypt", *options, stdin=out)[0], TEXT, name)
+
+    def test_options_of_single_ciphers(self):
+        self.write("key", bytes.fromhex("88bca90e90875a7f0f79c384627bafb2"))  # RFC 2268
+        options = ("RC2-ECB", "--key-file", "key", "--effective-bits", "64", "--no-padding")
+        self.assertEqual(self.run_tool("encrypt", *options, stdin=bytes(8))[0].hex(), "1a807d272bbe5db1")
+        out, _ = self.run_tool("encrypt", "rc5-ecb", "--key", "00", "--rounds", "0", stdin=bytes(8))  # two additions
+        self.assertEqual(out, self.run_tool("encrypt", "rc5-ecb", "--key", "00", "--rounds", "0", "-", "-", stdin=bytes(8))[0])
+        self.assertNotEqual(out, self.run_tool("encrypt", "rc5-ecb", "--key", "00", stdin=bytes(8))[0])
+
+    def test_inputs_of_several_pieces(self):
+        # sha1 of the ciphertext, made with OpenSSL and, for 24 bits of feedback, with its block cipher
+        for name, key_bytes, size, more, expected in (
+                ("des-cbc", 8, 262144, (), "29f357809acedf7abccde3b1984947b9298584d6"),
+                ("blowfish-cbc", 16, 600001, (), "00a1f09d42ae265c6e117dc4c41c18bef905380d"),
+                ("seed-cfb", 16, 600001, (), "6e31d4870299ee20f0f70f5174992091cc412d56"),
+                ("des-cfb", 8, 600001, ("--feedback-bits", "24"), "584240c08cb165cb8c88918e67bb2b39e8680293"),
+                ("rc4", 16, 262145, (), "fdb4e0da59319439715182e6aabf88b2d2f4e66f")):
+            data = (bytes(range(251)) * (size // 251 + 1))[:size]
+            options = (*self.options(name, key_bytes), *more, "--force")
+            self.write("{}", data)
+            self.run_tool("encrypt", *options, "--", "{}", "[a,b]")
+            with open("[a,b]", "rb") as file:
+                self.assertEqual(sha1(file.read()), expected, name)
+            self.run_tool("decrypt", *options, "[a,b]", "[a,b]")  # in place
+            with open("[a,b]", "rb") as file:
+                self.assertEqual(file.read(), data, name)
+            self.assertEqual(sorted(os.listdir()), ["[a,b]", "{}"])
+
+    def test_short_inputs(self):
+        for size in (0, 7, 8, 9):
+            out, _ = self.run_tool("encrypt", *self.DES, stdin=TEXT[:size])
+            self.assertEqual(len(out), size // 8 * 8 + 8)
+            self.assertEqual(self.run_tool("decrypt", *self.DES, stdin=out)[0], TEXT[:size])
+        self.assertEqual(self.run_tool("encrypt", *self.options("seed-ofb", 16))[0], b"")
+
+    def test_wrong_usage(self):
+        key, iv = self.DES[2], self.DES[4]
+        cases = [(("nothing", "--key", key), b"no cipher"), (("des", "--key", key), b"des-ecb des-cbc des-cfb des-ofb"),
+                 (("rc4-cbc", "--key", key), b"none of rc4"), (("des-ecb",), b"--key or --key-file"),
+                 (("des-ecb", "--key", key, "--key-file", "x"), b"--key or --key-file"),
+                 (("rc4", "--key-file", "-"), b"both the key and the input"),
+                 (("des-ecb", "--key", key + "1"), b"hexadecimal"), (("des-ecb", "--key", "zz" * 8), b"hexadecimal"),
+                 (("des-ecb", "--key", key + "11"), b"has 8 bytes, not 9"), (("rc4", "--key", "00" * 257), b"1-256 bytes, not more"),
+                 (("blowfish-ecb", "--key", ""), b"1-72 bytes, not 0"), (("des3-ecb", "--key", key), b"16 or 24 bytes, not 8"),
+                 (("des3-ofb", "--key", key * 3, "--iv", iv), b"only des3-cbc"), (("des-cbc", "--key", key), b"--iv of 8 bytes"),
+                 (("des-cbc", "--key", key, "--iv", iv + "00"), b"--iv of 8 bytes, not 9"),
+                 (("des-ecb", "--key", key, "--iv", iv), b"takes no --iv"),
+                 (("des-cfb", "--key", key, "--iv", iv, "--feedback-bits", "12"), b"multiple of 8 from 8 to 64"),
+                 (("des-cbc", "--key", key, "--iv", iv, "--feedback-bits", "8"), b"for cfb and ofb"),
+                 (("rc5-ecb", "--key", key, "--rounds", "17"), b"from 0 to 16"),
+                 (("rc2-ecb", "--key", key, "--effective-bits", "0"), b"from 1 to 1024"),
+                 (("rc5-ecb", "--key", key, "--effective-bits", "8"), b"is for rc2")]
+        for arguments, message in cases[::4] if IS_WINDOWS else cases:
+            out, err = self.run_tool("encrypt", *arguments, code=USAGE)
+            self.assertRegex(err, b"^morvane: [^\n]*" + message + b"[^\n]*; see 'morvane help encrypt'\n$")
+            self.assertEqual(out, b"")
+
+    def test_nothing_is_left_of_a_failure(self):
+        wrong = ("des-cbc", "--key", "00" * 8, *self.DES[3:])
+        self.write("cipher", self.run_tool("encrypt", *self.DES, stdin=TEXT * 20000)[0])
+        self.write("old", b"old")
+        os.mkdir("folder")
+        for code, message, *arguments in (
+                (MISMATCH, b"cipher: wrong key", "decrypt", *wrong, "cipher", "new"),
+                (MISMATCH, b"cipher: wrong key", "decrypt", *wrong, "cipher", "old", "--force"),
+                (MISMATCH, b"standard input: wrong key", "decrypt", *self.DES, "-", "new"),
+                (MISMATCH, b"old: is not a whole number of 8-byte blocks", "decrypt", *self.DES, "old", "new"),
+                (INPUT_OUTPUT, b"which --no-padding needs", "encrypt", *self.DES, "--no-padding", "old", "new"),
+                (INPUT_OUTPUT, b"old: exists", "decrypt", *self.DES, "cipher", "old"),
+                (INPUT_OUTPUT, b"folder: is not a regular file", "decrypt", *self.DES, "cipher", "folder", "--force"),
+                (INPUT_OUTPUT, b"missing/new: No such", "decrypt", *self.DES, "cipher", "missing/new"),
+                (INPUT_OUTPUT, b"folder: Is a directory", "encrypt", *self.DES, "folder", "new")):
+            err = self.run_tool(*arguments, code=code)[1]
+            self.assertRegex(err, b"^morvane: [^\n]*" + message + b"[^\n]*\n$")
+            self.assertEqual(sorted(os.listdir()), ["cipher", "folder", "old"], arguments)
+            with open("old", "rb") as file:
+                self.assertEqual(file.read(), b"old")
+
+    def test_standard_output_that_fails(self):
+        with open("/dev/full", "wb") as full:
+            err = self.run_tool("encrypt", *self.DES, stdin=TEXT * 40000, code=INPUT_OUTPUT, stdout=full)[1]
+        self.assertRegex(err, b"^morvane: standard output: [^\n]*\n$")
+
+    def test_permissions_stay_and_an_interrupted_file_goes(self):
+        if IS_WINDOWS:
+            self.skipTest("needs signals and permissions")
+        self.write("file", TEXT)
+        os.chmod("file", 0o600)
+        self.run_tool("encrypt", *self.DES, "file", "file", "--force")
+        self.assertEqual(os.stat("file").st_mode & 0o777, 0o600)
+        command = [*COMMAND, "encrypt", *self.DES, "-", "new"]
+        with subprocess.Popen(command, stdin=subprocess.PIPE) as running:
+            deadline = time.monotonic() + 60
+            while os.listdir() == ["file"] and time.monotonic() < deadline:
+                time.sleep(0.01)
+            self.assertEqual(len(os.listdir()), 2)
+            time.sleep(0.1)  # until the name is known to the handler
+            running.send_signal(signal.SIGTERM)
+            self.assertEqual(running.wait(60), -signal.SIGTERM)
+        self.assertEqual(os.listdir(), ["file"])
+
+
 class CommandTest(ToolTest):
     def test_wrong_usage(self):
         for arguments in ([], ["nothing"], ["digest"], ["digest", "nothing"], ["digest", "sha1", "--nothing"],
@@ -183,7 +348,7 @@ class CommandTest(ToolTest):
     def test_help_names_every_verb_and_option(self):
         out, _ = self.run_tool("help")
         verbs = [line.split()[0].decode() for line in out.split(b"\n") if line.startswith(b"  ")]
-        self.assertEqual(verbs, ["digest", "list", "version", "help"])
+        self.assertEqual(verbs, ["digest", "encrypt", "decrypt", "list", "version", "help"])
         self.assertEqual(self.run_tool("-h")[0], out)
         out, _ = self.run_tool("help", "digest")
         for option in (b"ALGORITHM", b"FILE", b"--check", b"--quiet", b"Exit codes"):
@@ -194,7 +359,9 @@ class CommandTest(ToolTest):
         out, _ = self.run_tool("version")
         self.assertRegex(out, rb"^morvane \d+\.\d+\.\d+\n$")
         self.assertEqual(self.run_tool("--version")[0], out)
-        self.assertRegex(self.run_tool("list")[0], rb"(?m)^NAME +KIND +BYTES +NOTE\n(.*\n)*sha1 +digest +20 +broken")
+        out, _ = self.run_tool("list")
+        self.assertRegex(out, rb"(?m)^NAME +KIND +BYTES +NOTE\n(.*\n)*sha1 +digest +20 +broken")
+        self.assertRegex(out, rb"(?m)^des3 +cipher +24 .*CBC only\n(.*\n)*blowfish +cipher +1-72 ")
 
 
 if __name__ == "__main__":

@@ -1,0 +1,61 @@
+#include "target.h"
+
+#include "sum_file.h"
+#include "system.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace morvane::tool {
+namespace {
+
+// Files of interrupted runs are passed over, but not without end.
+constexpr int kAttempts = 100;
+
+}  // namespace
+
+void Target::Close::operator()(std::FILE* file) const {
+    // Only a file that is thrown away is closed by its owner's end.
+    static_cast<void>(std::fclose(file));
+}
+
+void Target::fail() const { throw OutputError(escape_name(name_) + ": " + std::strerror(errno)); }
+
+Target::Target(const std::string& name, bool replace) : name_(name), replace_(replace) {
+    if (name_ == kStandardOutput) return;
+    const FileKind there = kind_of(name_);
+    if (there == FileKind::kOther) throw OutputError(escape_name(name_) + ": is not a regular file");
+    if (there == FileKind::kRegular && !replace_) {
+        throw OutputError(escape_name(name_) + ": exists; --force replaces it");
+    }
+    for (int i = 0; i < kAttempts && file_ == nullptr; ++i) {
+        temporary_ = name_ + ".part" + std::to_string(i);
+        file_.reset(create_file(temporary_, name_));
+        if (file_ == nullptr && errno != EEXIST) break;
+    }
+    if (file_ == nullptr) fail();
+    remove_when_interrupted(temporary_);
+}
+
+Target::~Target() {
+    if (temporary_.empty()) return;
+    file_.reset();
+    remove_file(temporary_);
+    remove_when_interrupted("");
+}
+
+void Target::write(std::span<const std::uint8_t> bytes) {
+    if (file_ == nullptr) return write_now(bytes);
+    errno = 0;
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size()) fail();
+}
+
+void Target::keep() {
+    if (file_ == nullptr) return;
+    errno = 0;
+    if (std::fclose(file_.release()) != 0 || !move_file(temporary_, name_, replace_)) fail();
+    temporary_.clear();
+    remove_when_interrupted("");
+}
+
+}  // namespace morvane::tool
