@@ -32,7 +32,10 @@ void Input::Close::operator()(std::FILE* file) const {
     if (file != stdin) static_cast<void>(std::fclose(file));
 }
 
-Input::Input(const std::string& name) : name_(name), file_(open(name)) {}
+Input::Input(const std::string& name) : name_(name), file_(open(name)) {
+    // Buffers of the stream's own save nothing, for reads are large, and would keep a copy of what may be a key.
+    static_cast<void>(std::setvbuf(file_.get(), nullptr, _IONBF, 0));
+}
 
 std::uint64_t Input::size() const { return size_of(file_.get()); }
 

@@ -16,7 +16,8 @@ static_assert(std::atomic<const char*>::is_always_lock_free);  // a signal may c
 
 void remove_and_end(int signal) {
     if (const char* const name = removed_when_interrupted) unlink(name);
-    raise(signal);  // pending until this returns; then it ends the program as if it had never been caught
+    static_cast<void>(
+        raise(signal));  // pending until this returns; then it ends the program as if it had never been caught
 }
 
 void catch_interrupts() {
