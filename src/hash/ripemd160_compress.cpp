@@ -1,6 +1,7 @@
 // RIPEMD-160 (ISO/IEC 10118-3): two lines of 80 steps that do not depend on one another, interleaved step by step so that
 // the processor works on both at once.
 #include "base/bytes.h"
+#include "base/keep_order.h"
 #include "hash/md_compress.h"
 #include "hash/unroll.h"
 
@@ -38,26 +39,44 @@ constexpr std::uint8_t kRotations[5][16] = {{11, 14, 15, 12, 5, 8, 7, 9, 11, 13,
 constexpr std::uint32_t kLeftConstants[] = {0x00000000, 0x5A827999, 0x6ED9EBA1, 0x8F1BBCDC, 0xA953FD4E};
 constexpr std::uint32_t kRightConstants[] = {0x50A28BE6, 0x5C4DD124, 0x6D703EF3, 0x7A6D76E9, 0x00000000};
 
-template <std::size_t Function>
-[[gnu::always_inline]] inline std::uint32_t mix(std::uint32_t x, std::uint32_t y, std::uint32_t z) noexcept {
-    if constexpr (Function == 0) return x ^ y ^ z;
-    if constexpr (Function == 1) return z ^ (x & (y ^ z));
-    if constexpr (Function == 2) return (x | ~y) ^ z;
-    if constexpr (Function == 3) return y ^ (z & (x ^ y));
-    if constexpr (Function == 4) return x ^ (y | ~z);
-}
-
 // Step T of a line; Function is the one of its round.
+//
+// What takes the time is the way from b, which the step before has made, to the new a. So everything else comes first, and
+// where the function is a choice between words, the two parts of it are added: they have no bit in common.
 template <std::size_t T, std::size_t Function>
-[[gnu::always_inline]] inline void step(Variables& v, std::uint32_t word, int rotation) noexcept {
+[[gnu::always_inline]] inline void step(Variables& v, std::uint32_t word, std::uint32_t constant, int rotation) noexcept {
     std::uint32_t& a = v[(80 - T) % 5];
     const std::uint32_t b = v[(81 - T) % 5];
     std::uint32_t& c = v[(82 - T) % 5];
     const std::uint32_t d = v[(83 - T) % 5];
     const std::uint32_t e = v[(84 - T) % 5];
-    a += word;
-    a += mix<Function>(b, c, d);
-    a = std::rotl(a, rotation) + e;
+    std::uint32_t sum = a + word + constant;
+    if constexpr (Function == 0) {  // b ^ c ^ d
+        std::uint32_t rest = c ^ d;
+        keep_order(rest);
+        keep_order(sum);
+        sum += b ^ rest;
+    } else if constexpr (Function == 1) {  // b ? c : d
+        std::uint32_t differing = c ^ d;
+        keep_order(differing);
+        keep_order(sum);
+        sum += (b & differing) ^ d;
+    } else if constexpr (Function == 2) {  // (b | ~c) ^ d
+        std::uint32_t not_c = ~c;
+        keep_order(not_c);
+        keep_order(sum);
+        sum += (b | not_c) ^ d;
+    } else if constexpr (Function == 3) {  // d ? b : c
+        sum += c & ~d;
+        keep_order(sum);
+        sum += b & d;
+    } else {  // b ^ (c | ~d)
+        std::uint32_t rest = c | ~d;
+        keep_order(rest);
+        keep_order(sum);
+        sum += b ^ rest;
+    }
+    a = std::rotl(sum, rotation) + e;
     c = std::rotl(c, 10);
 }
 
@@ -72,8 +91,8 @@ void ripemd160_compress(std::uint32_t* state, const std::uint8_t* blocks, std::s
             constexpr std::size_t kRound = T / 16;
             constexpr std::size_t l = kLeftWords[T];
             constexpr std::size_t r = kRightWords[T];
-            step<T, kRound>(left, word(l) + kLeftConstants[kRound], kRotations[kRound][l]);
-            step<T, 4 - kRound>(right, word(r) + kRightConstants[kRound], kRotations[kRound][r]);
+            step<T, kRound>(left, word(l), kLeftConstants[kRound], kRotations[kRound][l]);
+            step<T, 4 - kRound>(right, word(r), kRightConstants[kRound], kRotations[kRound][r]);
         });
         const std::uint32_t first = state[1] + left[2] + right[3];
         state[1] = state[2] + left[3] + right[4];

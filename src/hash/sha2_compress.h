@@ -15,11 +15,14 @@ Sha256CompressFn sha256_compress_portable;
 Sha256CompressFn sha256_compress_sha;  // needs SSSE3, SSE4.1 and the SHA instructions
 extern cpu::Dispatch<Sha256CompressFn, 2> sha256_compress;
 
-// Folds count blocks of 128 bytes into the eight 64-bit words of state, each held as two words, the low one first.
+// Folds count blocks of 128 bytes into the eight 64-bit words of state, each held as two words, the low one first. The
+// first two of the others are built with 64-bit registers only, those with lanes with 32-bit registers only.
 using Sha512CompressFn = void(std::uint32_t* state, const std::uint8_t* blocks, std::size_t count);
 Sha512CompressFn sha512_compress_portable;
 Sha512CompressFn sha512_compress_avx512;  // needs AVX-512, BMI1 and BMI2
 Sha512CompressFn sha512_compress_avx2;    // needs AVX2, BMI1 and BMI2
+Sha512CompressFn sha512_compress_lanes_avx512;
+Sha512CompressFn sha512_compress_lanes_sse2;
 extern cpu::Dispatch<Sha512CompressFn, 3> sha512_compress;
 
 // The first bits of the fractional parts of the cube roots of the first primes: the constants of the rounds.
