@@ -47,8 +47,8 @@
  * with numbits = 8 * B.
  *
  * Strength. DES has 56 key bits and RC2 and RC5 possibly fewer; RC4's output is biased; blocks of 8 bytes leak after some
- * gigabytes under one key. No mode here notices a changed message. All ciphers but RC5 use tables or multiplications whose
- * timing may depend on the data. They are here for data that exists. */
+ * gigabytes under one key. No mode here notices a changed message. All but IDEA and RC5 look up tables at addresses that
+ * depend on key and data. They are here for data that exists. */
 #ifndef MORVANE_CIPHER_H
 #define MORVANE_CIPHER_H
 
