@@ -45,7 +45,8 @@ function(morvane_shared_library NAME)
     set_target_properties(${NAME} PROPERTIES
       VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINK_DEPENDS "${made}.map;${made}.aliases.ld")
   endif()
-  set_target_properties(${NAME} PROPERTIES LINKER_LANGUAGE CXX)
+  # One library finds another beside itself.
+  set_target_properties(${NAME} PROPERTIES LINKER_LANGUAGE CXX BUILD_RPATH_USE_ORIGIN ON INSTALL_RPATH $ORIGIN)
   target_link_libraries(${NAME} PRIVATE morvane_core_rules)
   target_include_directories(${NAME} INTERFACE ${PROJECT_SOURCE_DIR}/include)
 endfunction()

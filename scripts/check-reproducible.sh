@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the Windows library twice, in folders of different names, and compares the results byte by byte.
+# Builds the Windows libraries twice, in folders of different names, and compares the results byte by byte.
 set -euo pipefail
 source "${BASH_SOURCE[0]%/*}/common.sh"
 
@@ -18,7 +18,7 @@ done
 
 differ=0
 cd "${places[0]}/build/windows-x86"
-for file in bin/MorvaneCrypto.dll lib/*.dll.a lib/*.lib; do
+for file in bin/*.dll lib/*.dll.a lib/*.lib; do
     if ! cmp -s "$file" "${places[1]}/build/windows-x86/$file"; then
         say "not reproducible: $file"
         (cd "$work" && sha256sum ./*/build/windows-x86/"$file") >&2

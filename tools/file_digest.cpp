@@ -7,6 +7,8 @@
 #include <morvane/hash.h>
 
 #include <memory>
+#include <new>
+#include <optional>
 #include <stdexcept>
 
 namespace morvane::tool {
@@ -14,6 +16,26 @@ namespace {
 
 // Large enough that calls cost nothing, small enough to stay in the second-level cache between reading and hashing.
 constexpr std::size_t kBufferBytes = 1 << 18;
+
+// What the toolkit calls the algorithm, if it has it.
+std::optional<std::uint32_t> selector_of(const Algorithm& algorithm) {
+    switch (algorithm.id) {
+        case CSP_ALG_MD2:
+            return K_HASH_MD2;
+        case CSP_ALG_MD4:
+            return K_HASH_MD4;
+        case CSP_ALG_MD5:
+            return K_HASH_MD5;
+        case CSP_ALG_SHA1:
+            return K_HASH_SHA1;
+        case CSP_ALG_RIPEMD160:
+            return K_HASH_RIPEMD160;
+        case CSP_ALG_HAS160:
+            return K_HASH_HAS160;
+        default:
+            return std::nullopt;
+    }
+}
 
 // One digest operation.
 class Operation {
@@ -115,13 +137,35 @@ std::unique_ptr<Operation> begin(const Algorithm& algorithm) {
 
 }  // namespace
 
-FileDigester::FileDigester(const Algorithm& algorithm) : algorithm_(algorithm), buffer_(kBufferBytes) {}
+void FileDigester::EndContext::operator()(K_CONTEXT* context) const {
+    K_KCCTerm(context);
+    K_EndContext(context);
+}
+
+FileDigester::FileDigester(const Algorithm& algorithm)
+    : algorithm_(algorithm), context_(K_NewContext(nullptr)), buffer_(kBufferBytes) {
+    if (K_KCCInit(context_.get()) != 0) throw std::bad_alloc();
+}
+
+// The first `size` bytes of the buffer.
+Digest FileDigester::at_once(std::size_t size) const {
+    const CSSM_DATA input = {static_cast<std::uint32_t>(size), const_cast<std::uint8_t*>(buffer_.data())};
+    CSSM_DATA output = {0, nullptr};
+    const std::int32_t code = K_GenHash(context_.get(), *selector_of(algorithm_), &input, &output);
+    if (code != 0)
+        throw std::runtime_error(std::string(algorithm_.name) + ": the library failed with code " + std::to_string(code));
+    const Digest digest(output.Data, output.Data + output.Length);
+    K_free(context_.get(), output.Data);
+    return digest;
+}
 
 Digest FileDigester::operator()(const std::string& name) {
     Input input(name);
+    std::size_t size = input.read(buffer_);
+    if (size < buffer_.size() && selector_of(algorithm_)) return at_once(size);
     const std::unique_ptr<Operation> operation = begin(algorithm_);
     Progress progress(input.size());
-    while (const std::size_t size = input.read(buffer_)) {
+    for (; size != 0; size = input.read(buffer_)) {
         operation->update(std::span(buffer_).first(size));
         progress.advance(size);
     }

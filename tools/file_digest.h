@@ -1,9 +1,13 @@
-// Digests of whole inputs, computed by the library's provider layer or, where that has no such digest, by its primitives.
+// Digests of whole inputs. What fits the buffer goes to the library's toolkit in one call, what is longer to its provider
+// layer in pieces; digests that these do not have are computed by the primitives.
 #pragma once
 
 #include "algorithms.h"
 #include "sum_file.h"
 
+#include <morvane/toolkit.h>
+
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,7 +22,13 @@ public:
     Digest operator()(const std::string& name);
 
 private:
+    struct EndContext {
+        void operator()(K_CONTEXT* context) const;
+    };
+    Digest at_once(std::size_t size) const;
+
     const Algorithm& algorithm_;
+    std::unique_ptr<K_CONTEXT, EndContext> context_;
     std::vector<std::uint8_t> buffer_;
 };
 

@@ -55,11 +55,17 @@ enum {
 };
 
 /* Attribute types; in brackets the member of CSSM_CONTEXT_ATTRIBUTE.Attribute that holds the value. */
-#define CSP_ATTR_OUTPUT_SIZE 0x1000000du /* bytes to produce [Uint32] */
-#define CSP_ATTR_KEY         0x40000003u /* key record [Key] */
-#define CSP_ATTR_PADDING     0x10000006u /* padding option [Uint32] */
-#define CSP_ATTR_MODE        0x10000013u /* cipher mode, a CSP_MODE_ value [Uint32] */
-#define CSP_ATTR_INIT_VECTOR 0x20000004u /* initialisation vector [Data] */
+#define CSP_ATTR_OUTPUT_SIZE    0x1000000du /* bytes to produce [Uint32] */
+#define CSP_ATTR_KEY            0x40000003u /* key record [Key] */
+#define CSP_ATTR_PADDING        0x10000006u /* padding option [Uint32] */
+#define CSP_ATTR_MODE           0x10000013u /* cipher mode, a CSP_MODE_ value [Uint32] */
+#define CSP_ATTR_INIT_VECTOR    0x20000004u /* initialisation vector [Data] */
+#define CSP_ATTR_KEY_LENGTH     0x1000000au /* bytes of the expanded key [Uint32] */
+#define CSP_ATTR_BLOCK_SIZE     0x1000000cu /* bytes of the key before its expansion [Uint32] */
+#define CSP_ATTR_ROUNDS         0x1000000eu /* of RC5 [Uint32] */
+#define CSP_ATTR_EFFECTIVE_BITS 0x10000014u /* of an RC2 key [Uint32] */
+#define CSP_ATTR_START_DATE     0x60000015u /* from when a key is valid [Date] */
+#define CSP_ATTR_END_DATE       0x60000016u /* and until when [Date] */
 
 /* Algorithm identifiers. */
 enum {
@@ -337,6 +343,37 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateMac(uint32_t csp, CspHandle hand
                                                     const CSSM_DATA* buffers, uint32_t count, CSSM_DATA* mac);
 MORVANE_API int32_t MORVANE_STDCALL CSP_VerifyMac(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
                                                   const CSSM_DATA* buffers, uint32_t count, const CSSM_DATA* expected);
+
+/* ---- Keys ---- */
+
+/* Makes a secret key as encryption and MACs take it: its data is the expanded key of the session's cipher.
+ *   handle, context   a session or context record of type CSP_CONTEXT_KEYGEN; the context record wins
+ *   usage, attributes go into the header's KeyUsage and KeyAttr
+ *   label             the key before its expansion; only read
+ *   key               what is there is overwritten, but for KeyData: with Length and Data both zero the expanded key is
+ * allocated, to be released by CSP_FreeKey; otherwise it goes into the caller's buffer, and Length becomes its length
+ *
+ * Attributes of the context: CSP_ATTR_BLOCK_SIZE, how many bytes of label are the key (absent: as many as the cipher takes,
+ * or where it takes any number, all); CSP_ATTR_EFFECTIVE_BITS for RC2 (absent: 1024, nothing is reduced); CSP_ATTR_ROUNDS
+ * for RC5 (absent: 16); CSP_ATTR_START_DATE and CSP_ATTR_END_DATE for the header. CSP_ATTR_KEY_LENGTH is not needed: the
+ * length of the data is the cipher's, 128 bytes for DES, RC2 and SEED, 256 for triple DES, 432 for IDEA, 140 for RC5, 1032
+ * for RC4, 4168 for Blowfish. The header's BlobType becomes 2, KeyClass 2, AlgorithmId the session's algorithm and
+ * LogicalKeySizeInBits eight times the bytes of the key; words not named here become 0.
+ *
+ * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT, CSP_ERR_WRONG_CONTEXT_TYPE, CSP_ERR_NULL_POINTER (key is null),
+ * CSP_ERR_UNKNOWN_ALGORITHM (not a cipher of this layer), CSP_ERR_PRIMITIVE_FAILED (no label, or one without data: there is
+ * no generator yet to draw a key from), CSP_ERR_BAD_KEY (label is shorter than the key), CSP_ERR_BAD_DATA (exactly one of
+ * Length and Data of the key is zero), CSP_ERR_OUTPUT_TOO_SHORT, CSP_ERR_MEMORY, CSP_ERR_BAD_KEY (the cipher has no key of
+ * that length). A failure leaves *key as it was. */
+MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateKey(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                    uint32_t usage, uint32_t attributes, const CSSM_DATA* label,
+                                                    CSSM_KEY* key);
+
+/* Wipes and releases the data of a key that this layer allocated, and leaves Length 0 and Data null. A key without data is
+ * left alone. A caller's own buffer must not be passed here.
+ *   pass_phrase   never read; may be null
+ * Returns 0, or -1 with CSP_ERR_NULL_POINTER (key is null). */
+MORVANE_API int32_t MORVANE_STDCALL CSP_FreeKey(uint32_t csp, const CSSM_DATA* pass_phrase, CSSM_KEY* key);
 
 /* ---- Random bytes ---- */
 

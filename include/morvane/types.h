@@ -86,6 +86,7 @@ typedef struct cssm_context_attribute {
         uint32_t Uint32;
         CSSM_KEY* Key;
         CSSM_DATA* Data;
+        const CSSM_DATE* Date;
         uintptr_t Word; /* the whole value */
     } Attribute;
 } CSSM_CONTEXT_ATTRIBUTE;

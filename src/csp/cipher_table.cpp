@@ -6,6 +6,8 @@
 
 #include <morvane/cipher.h>
 
+#include <algorithm>
+
 namespace morvane::csp {
 namespace {
 
@@ -170,20 +172,27 @@ constexpr Tables every_mode(const CspCipherTable& table) noexcept { return {tabl
 struct Row {
     std::uint32_t algorithm;
     bool takes_any_mode;
+    std::uint32_t record_bytes;
     Tables tables;
 };
 
 constexpr std::array kRows = {
-    Row{CSP_ALG_NULL_CIPHER, true, every_mode({0, 0, 0, 0, set_no_key, run_nothing, run_nothing, 0})},
-    Row{CSP_ALG_DES, false, block_cipher<kDes>(128, 8, set_key<E_DES_KeySchedule, E_DES_KEY_SCHEDULE, 8>)},
-    Row{CSP_ALG_DES3, false, block_cipher<kDes3>(256, 16, set_key<E_DES3_KeySchedule, E_DES3_KEY_SCHEDULE, 16>)},
-    Row{CSP_ALG_IDEA, false, block_cipher<kIdea>(432, 16, set_key<E_IDEA_KeySchedule, E_IDEA_KEY_SCHEDULE, 16>)},
-    Row{CSP_ALG_RC2, false, block_cipher<kRc2>(128, 0, set_key_of_any_length<E_RC2_KeySchedule, E_RC2_KEY_SCHEDULE>)},
-    Row{CSP_ALG_RC5, false, block_cipher<kRc5>(136, 0, set_key_of_any_length<E_RC5_KeySchedule, E_RC5_KEY_SCHEDULE>)},
-    Row{CSP_ALG_RC4, true, every_mode({1032, 0, 0, 0, set_rc4_key, run_rc4, run_rc4, 0})},
-    Row{CSP_ALG_BLOWFISH, false,
+    Row{CSP_ALG_NULL_CIPHER, true, 0, every_mode({0, 0, 0, 0, set_no_key, run_nothing, run_nothing, 0})},
+    Row{CSP_ALG_DES, false, sizeof(E_DES_KEY_SCHEDULE),
+        block_cipher<kDes>(128, 8, set_key<E_DES_KeySchedule, E_DES_KEY_SCHEDULE, 8>)},
+    Row{CSP_ALG_DES3, false, sizeof(E_DES3_KEY_SCHEDULE),
+        block_cipher<kDes3>(256, 16, set_key<E_DES3_KeySchedule, E_DES3_KEY_SCHEDULE, 16>)},
+    Row{CSP_ALG_IDEA, false, sizeof(E_IDEA_KEY_SCHEDULE),
+        block_cipher<kIdea>(432, 16, set_key<E_IDEA_KeySchedule, E_IDEA_KEY_SCHEDULE, 16>)},
+    Row{CSP_ALG_RC2, false, sizeof(E_RC2_KEY_SCHEDULE),
+        block_cipher<kRc2>(128, 0, set_key_of_any_length<E_RC2_KeySchedule, E_RC2_KEY_SCHEDULE>)},
+    Row{CSP_ALG_RC5, false, sizeof(E_RC5_KEY_SCHEDULE),
+        block_cipher<kRc5>(136, 0, set_key_of_any_length<E_RC5_KeySchedule, E_RC5_KEY_SCHEDULE>)},
+    Row{CSP_ALG_RC4, true, sizeof(E_RC4_STATE), every_mode({1032, 0, 0, 0, set_rc4_key, run_rc4, run_rc4, 0})},
+    Row{CSP_ALG_BLOWFISH, false, sizeof(E_BF_KEY_SCHEDULE),
         block_cipher<kBlowfish>(4168, 0, set_key_of_any_length<E_BF_KeySchedule, E_BF_KEY_SCHEDULE>)},
-    Row{CSP_ALG_SEED, false, block_cipher<kSeed>(128, 16, set_key<E_SEED_KeySchedule, E_SEED_KEY_SCHEDULE, 16>)},
+    Row{CSP_ALG_SEED, false, sizeof(E_SEED_KEY_SCHEDULE),
+        block_cipher<kSeed>(128, 16, set_key<E_SEED_KeySchedule, E_SEED_KEY_SCHEDULE, 16>)},
 };
 static_assert(is_sorted_table(kRows));
 
@@ -197,6 +206,11 @@ CipherChoice find_cipher_table(std::uint32_t algorithm, std::uint32_t mode) noex
         if (kModes[i] == mode) return {&row->tables[i], 0};
     }
     return {nullptr, CSP_ERR_UNKNOWN_MODE};
+}
+
+std::uint32_t expanded_key_room(std::uint32_t algorithm) noexcept {
+    const Row* const row = find_row(kRows, algorithm);
+    return row == nullptr ? 0 : std::max(row->record_bytes, row->tables[0].expanded_key_bytes);
 }
 
 }  // namespace morvane::csp

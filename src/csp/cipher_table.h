@@ -43,4 +43,8 @@ struct CipherChoice {
 
 CipherChoice find_cipher_table(std::uint32_t algorithm, std::uint32_t mode) noexcept;
 
+// What a key's data must have room for: the greater one of the table's expanded_key_bytes and the cipher's record. 0 for an
+// unknown algorithm.
+std::uint32_t expanded_key_room(std::uint32_t algorithm) noexcept;
+
 }  // namespace morvane::csp

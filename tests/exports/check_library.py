@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Checks what a built library needs from its surroundings.
 
-A DLL may import system libraries only and must be relocatable and free of executable data; an ELF library carries its
-SONAME, may need only the C and C++ runtime, and binds at load.
+Besides its companion, a DLL may import system libraries only; it must be relocatable and free of executable data. An ELF
+library carries its SONAME, may need only the C and C++ runtime and its companion, which it finds beside itself, and binds
+at load.
 usage: check_library.py LIBRARY
 """
 
@@ -11,8 +12,9 @@ import re
 import subprocess
 import sys
 
-SYSTEM_DLLS = {"kernel32.dll", "msvcrt.dll", "gdi32.dll"}
-ELF_NEEDS = re.compile(r"^(libc\.so\.6|libm\.so\.6|libgcc_s\.so\.1|libstdc\+\+\.so\.6|ld-linux.*|lib(asan|ubsan)\.so\.\d+)$")
+DLLS = {"kernel32.dll", "msvcrt.dll", "gdi32.dll", "morvanecommon.dll"}
+ELF_NEEDS = re.compile(r"^(libMorvaneCommon\.so\.\d+|libc\.so\.6|libm\.so\.6|libgcc_s\.so\.1|libstdc\+\+\.so\.6|ld-linux.*"
+                       r"|lib(asan|ubsan)\.so\.\d+)$")
 
 
 def output(*command):
@@ -22,7 +24,7 @@ def output(*command):
 def check_dll(library):
     listing = output("objdump", "-p", library)
     for dll in re.findall(r"DLL Name: (\S+)", listing):
-        if dll.lower() not in SYSTEM_DLLS:
+        if dll.lower() not in DLLS:
             yield f"imports {dll}"
     for flag in ("DYNAMIC_BASE", "NX_COMPAT"):
         if flag not in listing:
@@ -40,6 +42,9 @@ def check_elf(library):
     for needed in re.findall(r"\(NEEDED\).*\[(.*)\]", listing):
         if not ELF_NEEDS.match(needed):
             yield f"needs {needed}"
+    runpath = re.search(r"\(RUNPATH\).*\[(.*)\]", listing)
+    if runpath and runpath[1] != "$ORIGIN":
+        yield f"looks for libraries in {runpath[1]}"
     if "BIND_NOW" not in listing:
         yield "does not bind at load"
     if re.search(r"GNU_STACK.*RWE", output("readelf", "-lW", library)):

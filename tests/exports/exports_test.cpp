@@ -2,6 +2,7 @@
 // listed name, aliases at the address of their target.
 #include <morvane/csp.h>
 #include <morvane/primitives.h>
+#include <morvane/toolkit.h>
 
 #include <gtest/gtest.h>
 #include <string>

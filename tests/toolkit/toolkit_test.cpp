@@ -1,0 +1,255 @@
+// The toolkit's context and its hash, MAC and random calls.
+#include <morvane/cipher.h>
+#include <morvane/csp.h>
+#include <morvane/toolkit.h>
+
+#include "support/bytes.h"
+
+#include <gtest/gtest.h>
+#include <cstdlib>
+
+namespace {
+
+using namespace morvane::test;
+
+// A context whose allocations are counted; one of them may be made to fail. Whatever a call leaves behind is a failure.
+class Toolkit : public testing::Test {
+protected:
+    static constexpr int kNever = -1;
+
+    void SetUp() override {
+        const K_ALLOCATOR allocator = {
+            [](void* user, std::size_t bytes) { return static_cast<Toolkit*>(user)->allocate(bytes); },
+            [](void* user, void* block) { static_cast<Toolkit*>(user)->release(block); }, this};
+        context = K_NewContext(&allocator);
+        ASSERT_NE(context, nullptr);
+        ASSERT_EQ(K_KCCInit(context), 0);
+    }
+    void TearDown() override {
+        K_KCCTerm(context);
+        EXPECT_EQ(K_EndContext(context), 0U) << "blocks left";
+        EXPECT_EQ(live, 0);
+    }
+
+    void* allocate(std::size_t bytes) {
+        if (failing-- == 0) return nullptr;
+        ++live;
+        return std::malloc(bytes);
+    }
+    void release(void* block) {
+        if (block != nullptr) --live;
+        std::free(block);
+    }
+
+    // The bytes that a call has handed out, given back.
+    Bytes taken(CSSM_DATA& output) {
+        const Bytes bytes(output.Data, output.Data + output.Length);
+        K_free(context, output.Data);
+        output = {0, nullptr};
+        return bytes;
+    }
+
+    // Every allocation of a call fails in turn; `call` gets which.
+    template <typename Call>
+    void fail_each_allocation(Call call) {
+        const int before = live;
+        for (int n = 0;; ++n) {
+            failing = n;
+            const bool went_well = call(n);
+            const bool failed = failing < 0;
+            failing = kNever;
+            ASSERT_EQ(went_well, !failed) << "allocation " << n;
+            if (!failed) break;
+            ASSERT_EQ(live, before) << "allocation " << n;
+        }
+    }
+
+    K_CONTEXT* context = nullptr;
+    int failing = kNever;
+    int live = 0;
+};
+
+CSSM_DATA view(const Bytes& bytes) { return {size32(bytes), const_cast<std::uint8_t*>(bytes.data())}; }
+
+const Bytes kAbc = from_text("abc");
+
+TEST_F(Toolkit, ContextIsMadeReadyOnceAndTakenBack) {
+    void* const crypto = context->crypto;
+    EXPECT_NE(crypto, nullptr);
+    EXPECT_EQ(static_cast<KccContext*>(crypto)->context, context);
+    EXPECT_EQ(K_KCCInit(context), 0);
+    EXPECT_EQ(context->crypto, crypto);
+    K_KCCTerm(context);
+    EXPECT_EQ(context->crypto, nullptr);
+    EXPECT_EQ(context->companion_initialised, 0U);
+
+    context->companion_initialised = 1;
+    K_KCCTerm(context);
+    EXPECT_EQ(context->companion_initialised, 1U) << "nothing to take back";
+    context->companion_initialised = 0;
+
+    EXPECT_EQ(K_KCCInit(nullptr), -1);
+    K_KCCTerm(nullptr);
+    failing = 0;
+    EXPECT_EQ(K_KCCInit(context), -1);
+    EXPECT_EQ(context->last_error, std::uint32_t{KERR_MEMORY});
+    EXPECT_EQ(context->crypto, nullptr);
+    EXPECT_EQ(K_KCCInit(context), 0);
+}
+
+TEST_F(Toolkit, HashesBySelector) {
+    constexpr const char* kDigests[] = {
+        "da853b0d3f88d99b30283a69e6ded6bb",         "900150983cd24fb0d6963f7d28e17f72",
+        "a9993e364706816aba3e25717850c26c9cd0d89d", "a448017aaf21d8525fc10ae87aa6729d",
+        "8eb208f7e05d987a9b044a8e98c6b087f15a0bfc", "975e810488cf2a3d49838478124afce4b1c78804"};
+    const CSSM_DATA input = view(kAbc);
+    CSSM_DATA output = {0, nullptr};
+    for (std::uint32_t selector = 0; selector < 6; ++selector) {
+        context->last_error = 77;
+        ASSERT_EQ(K_GenHash(context, selector, &input, &output), 0);
+        EXPECT_EQ(context->last_error, 0U);
+        EXPECT_EQ(to_hex(taken(output)), kDigests[selector]);
+    }
+    for (const std::uint32_t selector : {6U, 0xffffffffU}) {
+        EXPECT_EQ(K_GenHash(context, selector, &input, &output), KERR_DIGEST_INIT);
+        EXPECT_EQ(context->last_error, std::uint32_t{KERR_DIGEST_INIT});
+        EXPECT_EQ(output.Data, nullptr);
+    }
+    fail_each_allocation([&](int n) {
+        const std::int32_t code = K_GenHash(context, K_HASH_SHA1, &input, &output);
+        if (code == 0) return taken(output).size() == 20;
+        EXPECT_EQ(code, n == 2 ? KERR_OUTPUT_ALLOC : KERR_MEMORY);
+        return false;
+    });
+}
+
+TEST_F(Toolkit, RefusesNullAndUnreadyContexts) {
+    const CSSM_DATA input = view(kAbc), nothing = {3, nullptr};
+    CSSM_DATA output = {0, nullptr};
+    std::uint8_t* random = nullptr;
+    EXPECT_EQ(K_GenHash(nullptr, 2, &input, &output), -1);
+    EXPECT_EQ(K_GenMac(nullptr, 0, &input, &input, &output), -1);
+    EXPECT_EQ(K_VerifyMac(nullptr, 0, &input, &input, &input), -1);
+    EXPECT_EQ(K_GenRandom(nullptr, 0, 5, &random), -1);
+    const auto expect_not_ready = [&](std::int32_t code) {
+        EXPECT_EQ(code, KERR_NOT_READY);
+        EXPECT_EQ(std::exchange(context->last_error, 0), std::uint32_t{KERR_NOT_READY});
+    };
+    expect_not_ready(K_GenHash(context, 2, nullptr, &output));
+    expect_not_ready(K_GenHash(context, 2, &nothing, &output));
+    expect_not_ready(K_GenHash(context, 2, &input, nullptr));
+    expect_not_ready(K_GenMac(context, 0, &input, nullptr, &output));
+    expect_not_ready(K_GenMac(context, 0, &input, &nothing, &output));
+    expect_not_ready(K_GenMac(context, 0, &input, &input, nullptr));
+    expect_not_ready(K_VerifyMac(context, 0, &input, &nothing, &input));
+    expect_not_ready(K_VerifyMac(context, 0, &input, &input, &nothing));
+    expect_not_ready(K_VerifyMac(context, 0, &input, &input, nullptr));
+    expect_not_ready(K_GenRandom(context, 0, 5, nullptr));
+    K_KCCTerm(context);
+    expect_not_ready(K_GenHash(context, 2, &input, &output));
+}
+
+// HMAC-MD5 by its definition, over the toolkit's own MD5.
+Bytes hmac_md5(K_CONTEXT* context, const Bytes& key, const Bytes& message) {
+    const auto md5 = [context](const Bytes& bytes) {
+        const CSSM_DATA input = view(bytes);
+        CSSM_DATA digest = {0, nullptr};
+        EXPECT_EQ(K_GenHash(context, K_HASH_MD5, &input, &digest), 0);
+        const Bytes result(digest.Data, digest.Data + digest.Length);
+        K_free(context, digest.Data);
+        return result;
+    };
+    Bytes block = key.size() > 64 ? md5(key) : key;
+    block.resize(64);
+    const auto keyed = [&block](std::uint8_t pad, const Bytes& rest) {
+        Bytes bytes = block;
+        for (std::uint8_t& byte : bytes) byte ^= pad;
+        bytes.insert(bytes.end(), rest.begin(), rest.end());
+        return bytes;
+    };
+    return md5(keyed(0x5c, md5(keyed(0x36, message))));
+}
+
+TEST_F(Toolkit, MakesMacsBySelector) {
+    const Bytes key = from_hex("0123456789abcdeffedcba9876543210"), message = from_text("thirteen bytes");
+    const CSSM_DATA key_data = view(key), message_data = view(message);
+
+    E_DES_KEY_SCHEDULE des;
+    E_DES_KeySchedule(&des, key.data());
+    Bytes blocks(16);
+    const Bytes iv(8);
+    E_DES_CBC_Encrypt(message.data(), blocks.data(), &des, size32(message), iv.data());
+    const Bytes des_mac(blocks.end() - 8, blocks.end());
+
+    E_RC2_KEY_SCHEDULE rc2;
+    E_RC2_KeySchedule(&rc2, key.data(), 8, 1024);
+    const auto* const expansion = reinterpret_cast<const std::uint8_t*>(&rc2);
+
+    const Bytes macs[] = {des_mac, des_mac, hmac_md5(context, Bytes(expansion, expansion + sizeof rc2), message)};
+    for (std::uint32_t selector = 0; selector < 3; ++selector) {
+        CSSM_DATA mac = {9, nullptr};
+        fail_each_allocation([&](int) {
+            const std::int32_t code = K_GenMac(context, selector, &key_data, &message_data, &mac);
+            EXPECT_EQ(context->last_error, static_cast<std::uint32_t>(code));
+            if (code == 0) return taken(mac) == macs[selector];
+            EXPECT_EQ(code, KERR_MEMORY);
+            EXPECT_EQ(mac.Data, nullptr);
+            return false;
+        });
+        Bytes expected = macs[selector];
+        const CSSM_DATA expected_data = view(expected);
+        fail_each_allocation([&](int) {
+            const std::int32_t code = K_VerifyMac(context, selector, &key_data, &message_data, &expected_data);
+            EXPECT_TRUE(code == 0 || code == KERR_MEMORY);
+            return code == 0;
+        });
+        expected.back() ^= 1;
+        const CSSM_DATA wrong = selector == K_MAC_MD5 ? view(expected) : CSSM_DATA{7, expected.data()};
+        EXPECT_EQ(K_VerifyMac(context, selector, &key_data, &message_data, &wrong), KERR_MAC_VERIFY);
+        EXPECT_EQ(context->last_error, std::uint32_t{KERR_MAC_VERIFY});
+    }
+}
+
+TEST_F(Toolkit, RefusesKeysAndSelectorsOfMacs) {
+    const CSSM_DATA message = view(kAbc), no_key = {8, nullptr};
+    const Bytes key(26, 'k');
+    CSSM_DATA mac = {0, nullptr};
+    constexpr std::uint32_t kKeyBytes[] = {8, 16, 8, 8, 26, 16, 8};
+    for (std::uint32_t selector = 0; selector < 7; ++selector) {
+        // Not a byte more than it says it has.
+        const Bytes short_key(key.data(), key.data() + kKeyBytes[selector] - 1);
+        const CSSM_DATA short_data = view(short_key), key_data = view(key);
+        for (const CSSM_DATA* const bad : {&short_data, &no_key, static_cast<const CSSM_DATA*>(nullptr)}) {
+            EXPECT_EQ(K_GenMac(context, selector, bad, &message, &mac), KERR_KEY_SETUP);
+            EXPECT_EQ(K_VerifyMac(context, selector, bad, &message, &message), KERR_KEY_SETUP);
+        }
+        if (selector <= K_MAC_MD5) continue;
+        EXPECT_EQ(K_GenMac(context, selector, &key_data, &message, &mac), KERR_MAC_INIT);
+        EXPECT_EQ(K_VerifyMac(context, selector, &key_data, &message, &message), -1);
+        EXPECT_EQ(context->last_error, 0xffffffffU);
+    }
+    const CSSM_DATA key_data = view(key);
+    for (const std::uint32_t selector : {7U, 8U, 9U, 12U}) {
+        EXPECT_EQ(K_GenMac(context, selector, &key_data, &message, &mac), KERR_KEY_SETUP);
+    }
+    std::uint8_t byte = 0;
+    const CSSM_DATA endless = {0xfffffff8, &byte};
+    EXPECT_EQ(K_GenMac(context, K_MAC_DES, &key_data, &endless, &mac), KERR_MEMORY);
+}
+
+TEST_F(Toolkit, RandomBytesFailWithoutAStoredCode) {
+    std::uint8_t byte = 0, *random = &byte;
+    context->last_error = 77;
+    for (const std::uint32_t count : {0U, 32U, 5000U}) {
+        random = &byte;
+        EXPECT_EQ(K_GenRandom(context, 1, count, &random), -1);
+        EXPECT_EQ(random, nullptr);
+        EXPECT_EQ(context->last_error, 77U);
+        EXPECT_EQ(GetError(), std::uint32_t{CSP_ERR_PRIMITIVE_FAILED});
+    }
+    EXPECT_EQ(K_GenRandom(context, 2, 5, &random), -1);
+    EXPECT_EQ(GetError(), std::uint32_t{CSP_ERR_UNKNOWN_ALGORITHM});
+    EXPECT_EQ(K_GenRandom(context, 0, 0xffffffff, &random), KERR_MEMORY);
+}
+
+}  // namespace
