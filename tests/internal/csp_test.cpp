@@ -7,6 +7,7 @@
 #include "support/failing_heap.h"
 
 #include <gtest/gtest.h>
+#include <cstdlib>
 
 namespace {
 
@@ -112,6 +113,63 @@ TEST(AllocationFailure, IsReportedByWhoeverAllocates) {
     Bytes digest(20);
     output = {20, digest.data()};
     EXPECT_EQ(CSP_DigestDataFinal(100, handle, &output), 0) << "the state survived";
+}
+
+// A session for one of the services below, under the all-zero schedule of a DES key; what it says of itself is the same.
+struct KeyedSession {
+    Bytes schedule = Bytes(128);
+    CSSM_KEY key{};
+    CSSM_CONTEXT_ATTRIBUTE attributes[2] = {{CSP_ATTR_KEY, 0, {}}, {CSP_ATTR_MODE, 0, {CSP_MODE_ECB}}};
+    CspSession session{};
+
+    KeyedSession(std::uint32_t type, std::uint32_t algorithm) {
+        key.KeyHeader.BlobType = key.KeyHeader.KeyClass = 2;
+        key.KeyHeader.AlgorithmId = algorithm;
+        key.KeyData = {128, schedule.data()};
+        attributes[0].Attribute.Key = &key;
+        session.context_type = type;
+        session.algorithm = algorithm;
+        session.number_of_attributes = 2;
+        session.attributes = attributes;
+    }
+    CspHandle handle() { return reinterpret_cast<CspHandle>(&session); }
+};
+
+TEST(AllocationFailure, OfEncryptionFinalLosesNothing) {
+    KeyedSession des(CSP_CONTEXT_SYMMETRIC, CSP_ALG_DES);
+    std::uint8_t bytes[] = {1, 2, 3}, room[8];
+    const CSSM_DATA in = {3, bytes}, out = {8, room};
+    std::uint32_t written = 0;
+    ASSERT_EQ(CSP_EncryptDataInit(100, des.handle(), nullptr), 0);
+    ASSERT_EQ(CSP_EncryptDataUpdate(100, des.handle(), &in, 1, &out, 1, &written), 0);
+    CSSM_DATA remainder = {0, nullptr};
+    {
+        const FailingHeap heap(0);
+        EXPECT_FAILS(CSP_EncryptDataFinal(100, des.handle(), &remainder), CSP_ERR_MEMORY);
+        EXPECT_EQ(remainder.Length, 0U);
+    }
+    EXPECT_EQ(CSP_EncryptDataFinal(100, des.handle(), &remainder), 0);
+    EXPECT_EQ(remainder.Length, 8U) << "of the 3 bytes kept";
+    std::free(remainder.Data);
+}
+
+TEST(AllocationFailure, OfTheMacsIsReportedAsSuch) {
+    KeyedSession des(CSP_CONTEXT_MAC, CSP_ALG_DES), md5(CSP_CONTEXT_MAC, CSP_ALG_MD5);
+    CSSM_DATA mac = {0, nullptr};
+    ASSERT_EQ(CSP_GenerateMacInit(100, des.handle(), nullptr), 0);
+    {
+        const FailingHeap heap(0);
+        EXPECT_FAILS(CSP_GenerateMacFinal(100, des.handle(), &mac), CSP_ERR_MEMORY);
+        EXPECT_FAILS(CSP_GenerateMacInit(100, md5.handle(), nullptr), CSP_ERR_MEMORY);
+    }
+    EXPECT_FAILS(CSP_GenerateMacFinal(100, md5.handle(), &mac), CSP_ERR_PRIMITIVE_FAILED);
+    ASSERT_EQ(CSP_GenerateMacInit(100, md5.handle(), nullptr), 0);
+    {
+        const FailingHeap heap(0);
+        EXPECT_FAILS(CSP_GenerateMacFinal(100, md5.handle(), &mac), CSP_ERR_MEMORY);
+    }
+    EXPECT_EQ(CSP_GenerateMacFinal(100, md5.handle(), &mac), 0) << "the state survived";
+    std::free(mac.Data);
 }
 
 }  // namespace

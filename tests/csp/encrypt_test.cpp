@@ -1,0 +1,482 @@
+// Encryption and decryption in pieces: the order of the checks, and random calls on every cipher and mode beside a slow
+// model of what the header says, which knows only the mode functions.
+#include <morvane/cipher.h>
+#include <morvane/csp.h>
+
+#include "cipher/cipher_table.h"
+#include "csp/expect_fails.h"
+#include "support/bytes.h"
+
+#include <gtest/gtest.h>
+#include <cstdlib>
+#include <optional>
+
+namespace {
+
+using namespace morvane::test;
+using Data = std::vector<CSSM_DATA>;
+
+constexpr std::uint32_t kUntouched = 77;
+constexpr std::uint32_t kCspModes[] = {CSP_MODE_ECB, CSP_MODE_CBC, 12345, CSP_MODE_CFB, CSP_MODE_OFB};
+
+// A cipher in a mode. RC4 and the null cipher are no rows of the table of ciphers; their mode is one that does not exist.
+struct Kind {
+    std::uint32_t algorithm;
+    Mode mode = kNoPad;
+    const Cipher* cipher = nullptr;
+
+    std::uint32_t block() const { return cipher == nullptr ? 0 : static_cast<std::uint32_t>(cipher->block); }
+};
+
+Kind des_cbc() { return {CSP_ALG_DES, kCbc, &cipher_named("des")}; }
+
+std::vector<Kind> kinds_with_key() {
+    std::vector<Kind> kinds = {{CSP_ALG_RC4}};
+    for (const Mode mode : {kEcb, kCbc, kCfb, kOfb}) {
+        for (const auto& [algorithm, name] : {std::pair{CSP_ALG_DES, "des"},
+                                              {CSP_ALG_DES3, "two-key triple des"},
+                                              {CSP_ALG_IDEA, "idea"},
+                                              {CSP_ALG_RC2, "rc2"},
+                                              {CSP_ALG_RC5, "rc5"},
+                                              {CSP_ALG_BLOWFISH, "blowfish"},
+                                              {CSP_ALG_SEED, "seed"}}) {
+            kinds.push_back({algorithm, mode, &cipher_named(name)});
+        }
+    }
+    return kinds;
+}
+
+CSSM_DATA buffer_of(Bytes& bytes) { return {size32(bytes), bytes.data()}; }
+
+// A session with a random key, at any address, and what its mode needs besides.
+struct Stream {
+    const Kind kind;
+    const bool decrypting;
+    Bytes schedule, iv_bytes, key_room;
+    CSSM_DATA iv;
+    CSSM_KEY key{};
+    CSSM_CONTEXT_ATTRIBUTE attributes[4] = {
+        {CSP_ATTR_KEY, 0, {}}, {CSP_ATTR_MODE, 0, {}}, {CSP_ATTR_INIT_VECTOR, 0, {}}, {CSP_ATTR_PADDING, 0, {}}};
+    CspSession session{};
+
+    Stream(const Kind& of, bool decrypts, Random& random) : kind(of), decrypting(decrypts), iv_bytes(random.bytes(20)) {
+        if (kind.cipher != nullptr) {
+            constexpr std::int32_t kBitsOrRounds = 12;
+            schedule = kind.cipher->scheduled(random.bytes(kind.cipher->key == 0 ? 16 : kind.cipher->key), kBitsOrRounds);
+        } else {
+            schedule.resize(sizeof(E_RC4_STATE));
+            E_RC4_KeySchedule(reinterpret_cast<E_RC4_STATE*>(schedule.data()), random.bytes(16).data(), 16);
+        }
+        key_room = Bytes(random.below(4));
+        const std::size_t shift = key_room.size();
+        key_room.insert(key_room.end(), schedule.begin(), schedule.end());
+        key.KeyHeader.BlobType = 2;
+        key.KeyHeader.AlgorithmId = kind.algorithm;
+        key.KeyData = {size32(schedule), key_room.data() + shift};
+        iv = buffer_of(iv_bytes);  // longer than any block
+        attributes[0].Attribute.Key = &key;
+        attributes[1].Attribute.Uint32 = kCspModes[kind.mode];
+        attributes[2].Attribute.Data = kind.cipher == nullptr || kind.mode == kEcb ? nullptr : &iv;
+        session.context_type = random.below(2) == 0 ? CSP_CONTEXT_SYMMETRIC : CSP_CONTEXT_CIPHER_ALT;
+        session.algorithm = kind.algorithm;
+        session.number_of_attributes = 4;
+        session.attributes = attributes;
+    }
+    CspHandle handle() { return reinterpret_cast<CspHandle>(&session); }
+    std::int32_t init() { return (decrypting ? CSP_DecryptDataInit : CSP_EncryptDataInit)(100, handle(), nullptr); }
+    std::int32_t update(const CSSM_DATA* in, std::size_t ins, const CSSM_DATA* out, std::size_t outs,
+                        std::uint32_t* written) {
+        return (decrypting ? CSP_DecryptDataUpdate : CSP_EncryptDataUpdate)(
+            0, handle(), in, static_cast<std::uint32_t>(ins), out, static_cast<std::uint32_t>(outs), written);
+    }
+    std::int32_t final(CSSM_DATA* to) {
+        return (decrypting ? CSP_DecryptDataFinal : CSP_EncryptDataFinal)(0xffffffff, handle(), to);
+    }
+    Job job() const {
+        return {*kind.cipher, schedule, kind.mode, decrypting, static_cast<std::int32_t>(8 * kind.cipher->block)};
+    }
+    Bytes key_data() const { return {key.KeyData.Data, key.KeyData.Data + schedule.size()}; }
+    Bytes kept() const { return {session.carried, session.carried + session.carried_bytes}; }
+};
+
+bool is_bad(const CSSM_DATA& output) { return (output.Length == 0) != (output.Data == nullptr); }
+
+std::uint32_t total(const Data& buffers) {
+    std::uint32_t sum = 0;
+    for (const CSSM_DATA& buffer : buffers) sum += buffer.Length;
+    return sum;
+}
+
+Bytes last(const Bytes& bytes, std::size_t size) {
+    return {bytes.data() + bytes.size() - size, bytes.data() + bytes.size()};
+}
+
+struct Result {
+    std::uint32_t code;
+    std::uint32_t written;
+    Bytes out = {};  // as far as it reached the buffers
+};
+
+class Model {
+public:
+    explicit Model(const Stream& of) : key_data(of.key_data()), stream_(of), chain_(of.iv_bytes) { chain_.resize(block_); }
+
+    Bytes carried;
+    Bytes key_data;  // RC4 keeps its state there
+
+    Result update(const Data& in, const Data& out) {
+        if (total(out) < total(in)) return {CSP_ERR_OUTPUT_TOO_SHORT, kUntouched};
+        Result result = {CSP_ERR_BAD_DATA, 0};
+        if (is_bad(out[0])) return result;
+        Bytes staged = carried;
+        for (const CSSM_DATA& buffer : in) {
+            if (buffer.Data == nullptr) return result;
+            for (std::uint32_t i = 0; i < buffer.Length; ++i) {
+                staged.push_back(buffer.Data[i]);
+                if (staged.size() < 1000) continue;
+                Bytes piece = mode(staged);
+                if (!piece.empty()) piece.resize(1000);  // of SEED's 1008 or, fed back, 992
+                staged.clear();
+                if (!scatter(piece, out, result)) return result;
+                result.written += size32(piece);
+            }
+        }
+        const std::size_t rest = block_ == 0 ? 0 : staged.size() % block_;
+        const Bytes kept = last(staged, rest);
+        staged.resize(staged.size() - rest);
+        const Bytes piece = mode(staged);
+        result.written += size32(piece);
+        if (!scatter(piece, out, result)) return result;
+        carried = kept;
+        return {0, result.written, result.out};
+    }
+
+    Result final(std::uint32_t option) {
+        if (block_ == 0) return {0, 0};
+        if (option == 9) return {CSP_ERR_PRIMITIVE_FAILED, 0};
+        const auto missing = static_cast<std::uint8_t>(block_ - carried.size());
+        const std::uint8_t fill[] = {0, 0, 0, 0x01, 0x55, 0xff, missing, missing};
+        if (option != 0) carried.resize(block_, option < 8 ? fill[option] : 0);
+        return {0, 0, mode(carried)};
+    }
+
+private:
+    // The next call of the mode function; of its output, what counts.
+    Bytes mode(Bytes in) {
+        const std::size_t len = in.size();
+        if (stream_.kind.cipher == nullptr) {
+            if (stream_.kind.algorithm == CSP_ALG_NULL_CIPHER) return {};
+            E_RC4_Encrypt(in.data(), in.data(), reinterpret_cast<E_RC4_STATE*>(key_data.data()), size32(in));
+            return in;
+        }
+        const Job job = stream_.job();
+        in.resize(job.rounded(len));
+        Bytes out(in.size());
+        job.call(in.data(), out.data(), len, chain_.data());
+        const Bytes& ciphertext = job.decrypting ? in : out;
+        if (job.mode == kCbc && len != 0) chain_ = job.cipher.cbc_iv(last(ciphertext, block_));
+        out.resize(job.feeds_back() ? len - len % block_ : job.decrypting ? len : out.size());
+        return out;
+    }
+
+    // Adds the piece to what has reached the buffers. On failure the code is CSP_ERR_BAD_DATA if a bad one is in the way.
+    static bool scatter(const Bytes& piece, const Data& buffers, Result& result) {
+        std::size_t room = 0, i = 0;
+        while (i < buffers.size() && !is_bad(buffers[i])) room += buffers[i++].Length;
+        const std::size_t now = std::min(piece.size(), room - result.out.size());
+        result.out.insert(result.out.end(), piece.data(), piece.data() + now);
+        if (now < piece.size() && i == buffers.size()) result.code = CSP_ERR_OUTPUT_TOO_SHORT;
+        return now == piece.size();
+    }
+
+    const Stream& stream_;
+    const std::uint32_t block_ = stream_.kind.block();
+    Bytes chain_;
+};
+
+void expect_code(std::int32_t result, std::uint32_t code) {
+    ASSERT_EQ(result, code == 0 ? 0 : -1);
+    ASSERT_TRUE(code == 0 || GetError() == code) << GetError() << " instead of " << code;
+}
+
+std::vector<std::uint32_t> cut(Random& random, std::uint32_t length) {
+    std::vector<std::uint32_t> parts;
+    for (std::uint32_t more = random.below(4); more != 0; --more) {
+        parts.push_back(random.below(3) == 0 ? 0 : random.below(length + 1));
+        length -= parts.back();
+    }
+    parts.push_back(length);
+    return parts;
+}
+
+CSSM_DATA& any_of(Data& buffers, Random& random) {
+    return buffers[random.below(static_cast<std::uint32_t>(buffers.size()))];
+}
+
+// One call with buffers of all shapes. False when the stream has failed half-way and cannot go on.
+bool try_update(Stream& stream, Model& model, Random& random) {
+    constexpr std::uint32_t kGap = 16;
+    const std::uint32_t length = random.below(random.below(3) == 0 ? 40 : 2100);
+    const bool in_place = model.carried.empty() && random.below(3) == 0, roomy = random.below(4) != 0;
+    const std::uint32_t room = in_place ? length
+                               : roomy  ? length + size32(model.carried) + random.below(20)
+                                        : std::max(length, 1U) - random.below(2);
+    Bytes memory = random.bytes(room + 5 * kGap);
+    Data in, out;
+    std::uint32_t place = kGap;
+    for (const std::uint32_t part : cut(random, room)) {
+        out.push_back({part, part == 0 ? nullptr : memory.data() + place});
+        place += part + kGap;
+    }
+    std::vector<Bytes> pieces;  // each of its own length, so that reading beyond it is noticed
+    for (const std::uint32_t part : cut(random, length)) pieces.push_back(random.bytes(part));
+    for (Bytes& piece : pieces) in.push_back({size32(piece), piece.empty() ? memory.data() : piece.data()});
+    if (in_place) {
+        in = out;
+        for (CSSM_DATA& buffer : in) buffer.Data = buffer.Data == nullptr ? memory.data() : buffer.Data;
+    } else {
+        if (random.below(10) == 0) any_of(in, random).Data = nullptr;
+        CSSM_DATA& bad = any_of(out, random);
+        if (random.below(8) == 0) bad.Data = bad.Length == 0 ? memory.data() : nullptr;
+    }
+    const Result expected = model.update(in, out);
+    Bytes after = memory;
+    for (std::size_t i = 0, at = 0; at < expected.out.size(); ++i) {
+        for (std::uint32_t k = 0; k < out[i].Length && at < expected.out.size(); ++k) {
+            after[static_cast<std::size_t>(out[i].Data - memory.data()) + k] = expected.out[at++];
+        }
+    }
+    std::uint32_t written = kUntouched;
+    expect_code(stream.update(in.data(), in.size(), out.data(), out.size(), &written), expected.code);
+    EXPECT_EQ(written, expected.written);
+    EXPECT_EQ(memory, after);
+    EXPECT_EQ(stream.kept(), model.carried);
+    EXPECT_EQ(stream.key_data(), model.key_data);
+    return expected.code == 0 || written == kUntouched;
+}
+
+void try_final(Stream& stream, Model& model, Random& random) {
+    const bool has_option = random.below(4) != 0, by_library = random.below(2) == 0;
+    const std::uint32_t option = has_option ? random.below(12) : 0, block = stream.kind.block();
+    stream.attributes[3].AttributeType = has_option ? CSP_ATTR_PADDING : 0;
+    stream.attributes[3].Attribute.Uint32 = option;
+    Bytes memory = random.bytes(block + 10), after = memory;
+    CSSM_DATA remainder = {block + 1 + random.below(3), memory.data()};
+    if (by_library) remainder = {0, nullptr};
+    const CSSM_DATA before = remainder;
+    const Result expected = model.final(option);
+    expect_code(stream.final(&remainder), expected.code);
+    EXPECT_EQ(remainder.Length, expected.code == 0 ? expected.out.size() : before.Length);
+    EXPECT_TRUE(has_option || GetError() == CSP_ERR_NO_ATTRIBUTE) << "the look-up leaves its code, the call succeeds";
+    if (by_library && block != 0 && expected.code == 0) {
+        ASSERT_NE(remainder.Data, nullptr);
+        memory.assign(remainder.Data, remainder.Data + block);
+        after.assign(block, 0);
+        std::free(remainder.Data);
+    } else {
+        EXPECT_EQ(remainder.Data, before.Data);
+    }
+    std::copy(expected.out.begin(), expected.out.end(), after.begin());
+    EXPECT_EQ(memory, after);
+    EXPECT_EQ(stream.kept(), model.carried);
+}
+
+TEST(CspEncrypt, AgreesWithTheModelOnRandomCalls) {
+    constexpr std::uint32_t kSeed = 20267;
+    Random random(kSeed);
+    std::vector<Kind> kinds = kinds_with_key();
+    kinds.push_back({CSP_ALG_NULL_CIPHER});
+    for (const Kind& kind : kinds) {
+        for (const bool decrypting : {false, true}) {
+            Stream stream(kind, decrypting, random);
+            std::optional<Model> model;
+            for (int call = 0; call < 80 && !testing::Test::HasFailure(); ++call) {
+                SCOPED_TRACE(testing::Message() << "seed " << kSeed << ", algorithm " << kind.algorithm << ", mode "
+                                                << kind.mode << ", decrypting " << decrypting << ", call " << call);
+                if (!model) {
+                    model.emplace(stream);
+                    ASSERT_EQ(stream.init(), 0);
+                }
+                if (random.below(5) == 0) {
+                    try_final(stream, *model, random);
+                } else if (!try_update(stream, *model, random)) {
+                    model.reset();
+                }
+            }
+        }
+    }
+}
+
+TEST(CspEncrypt, PiecesMakeTheStreamOfOneCall) {
+    constexpr std::uint32_t kSeed = 20268, kMost = 976;  // with kept bytes no chunk fills, which SEED needs
+    Random random(kSeed);
+    for (const Kind& kind : kinds_with_key()) {
+        if (kind.cipher == nullptr) continue;
+        for (const bool decrypting : {false, true}) {
+            Stream stream(kind, decrypting, random);
+            SCOPED_TRACE(testing::Message() << "seed " << kSeed << ", " << stream.job());
+            ASSERT_EQ(stream.init(), 0);
+            Bytes in = random.bytes(3200), at_once(in.size()), out(in.size()), iv = stream.iv_bytes;
+            stream.job().call(in.data(), at_once.data(), in.size(), iv.data());
+            for (std::uint32_t from = 0, to = 0, now = 0, written = 0; from < in.size(); from += now, to += written) {
+                now = std::min(random.below(kMost + 1), size32(in) - from);
+                const CSSM_DATA piece = {now, in.data() + from}, rest = {size32(out) - to, out.data() + to};
+                ASSERT_EQ(stream.update(&piece, 1, &rest, 1, &written), 0);
+            }
+            EXPECT_EQ(out, at_once);
+        }
+    }
+}
+
+TEST(CspEncrypt, InitChecksInOrder) {
+    // Everything is wrong at first and is mended step by step.
+    constexpr struct {
+        std::uint32_t code;
+        void (*mend)(Stream&);
+    } kSteps[] = {
+        {CSP_ERR_KEY_ATTRIBUTE_MISSING, [](Stream&) {}},
+        {CSP_ERR_WRONG_CONTEXT_TYPE, [](Stream& s) { s.session.number_of_attributes = 4; }},
+        {CSP_ERR_BAD_KEY, [](Stream& s) { s.session.context_type = CSP_CONTEXT_SYMMETRIC; }},
+        {CSP_ERR_BAD_KEY, [](Stream& s) { s.attributes[0].Attribute.Key = &s.key; }},
+        {CSP_ERR_BAD_KEY, [](Stream& s) { s.key.KeyData.Data = s.key_room.data(); }},
+        {CSP_ERR_BAD_KEY, [](Stream& s) { s.key.KeyHeader.BlobType = 2; }},
+        {CSP_ERR_BAD_KEY, [](Stream& s) { s.key.KeyHeader.Format = 0; }},
+        {CSP_ERR_UNKNOWN_MODE, [](Stream& s) { s.key.KeyHeader.AlgorithmId = CSP_ALG_SHA1; }},
+        {CSP_ERR_UNKNOWN_ALGORITHM, [](Stream& s) { s.attributes[1].AttributeType = CSP_ATTR_MODE; }},
+        {CSP_ERR_UNKNOWN_MODE, [](Stream& s) { s.session.algorithm = s.key.KeyHeader.AlgorithmId = CSP_ALG_SEED; }},
+        {CSP_ERR_INIT_VECTOR, [](Stream& s) { s.attributes[1].Attribute.Uint32 = CSP_MODE_OFB; }},
+        {CSP_ERR_INIT_VECTOR, [](Stream& s) { s.attributes[2].AttributeType = CSP_ATTR_INIT_VECTOR; }},
+        {CSP_ERR_INIT_VECTOR, [](Stream& s) { s.attributes[2].Attribute.Data = &s.iv; }},
+        {CSP_ERR_INIT_VECTOR, [](Stream& s) { s.iv.Data = s.iv_bytes.data(); }},
+    };
+    for (const bool decrypting : {false, true}) {
+        Random random(1);
+        Stream stream({CSP_ALG_RC4}, decrypting, random);
+        EXPECT_FAILS((decrypting ? CSP_DecryptDataInit : CSP_EncryptDataInit)(100, 0, nullptr), CSP_ERR_NO_CONTEXT);
+        stream.attributes[1].AttributeType = stream.attributes[2].AttributeType = 0;
+        EXPECT_FAILS(stream.init(), CSP_ERR_UNKNOWN_MODE);  // RC4 takes any, but wants one
+        stream.session.context_type = CSP_CONTEXT_MAC;
+        stream.session.algorithm = CSP_ALG_SHA1;
+        stream.session.number_of_attributes = 0;
+        stream.attributes[0].Attribute.Key = nullptr;
+        stream.key.KeyHeader.BlobType = stream.key.KeyHeader.Format = 1;
+        stream.key.KeyData.Data = nullptr;
+        stream.iv = {15, nullptr};
+        for (const auto& step : kSteps) {
+            SCOPED_TRACE(testing::Message() << "step " << &step - kSteps);
+            step.mend(stream);
+            EXPECT_FAILS(stream.init(), step.code);
+        }
+        stream.iv.Length = 16;
+        EXPECT_EQ(stream.init(), 0);
+    }
+}
+
+TEST(CspEncrypt, UpdateChecksInOrder) {
+    Random random(2);
+    for (const bool decrypting : {false, true}) {
+        Stream stream(des_cbc(), decrypting, random);
+        Bytes room(8);
+        std::uint32_t written = kUntouched;
+        CSSM_DATA in = {5, nullptr}, out = {4, nullptr};
+        EXPECT_FAILS((decrypting ? CSP_DecryptDataUpdate : CSP_EncryptDataUpdate)(100, 0, nullptr, 0, nullptr, 0, nullptr),
+                     CSP_ERR_NO_CONTEXT);
+        EXPECT_FAILS(stream.update(nullptr, 0, &out, 0, &written), CSP_ERR_NULL_POINTER);
+        EXPECT_FAILS(stream.update(&in, 0, nullptr, 0, &written), CSP_ERR_NULL_POINTER);
+        EXPECT_FAILS(stream.update(&in, 0, &out, 0, nullptr), CSP_ERR_NULL_POINTER);
+        EXPECT_FAILS(stream.update(&in, 0, &out, 1, &written), CSP_ERR_NO_BUFFERS);
+        EXPECT_FAILS(stream.update(&in, 1, &out, 0, &written), CSP_ERR_NO_BUFFERS);
+        EXPECT_FAILS(stream.update(&in, 1, &out, 1, &written), CSP_ERR_OUTPUT_TOO_SHORT);
+        EXPECT_EQ(written, kUntouched);
+        out = {5, room.data()};
+        EXPECT_FAILS(stream.update(&in, 1, &out, 1, &written), CSP_ERR_BAD_DATA);
+        EXPECT_EQ(written, 0U);
+        in = {0, room.data()};
+        out = {0, room.data()};
+        EXPECT_FAILS(stream.update(&in, 1, &out, 1, &written), CSP_ERR_BAD_DATA);
+        out = {5, room.data()};
+        EXPECT_FAILS(stream.update(&in, 1, &out, 1, &written), CSP_ERR_PRIMITIVE_FAILED);  // nothing was begun
+    }
+}
+
+TEST(CspEncrypt, FinalChecksInOrderAndCanBeRepeated) {
+    Random random(3);
+    for (const bool decrypting : {false, true}) {
+        Stream stream(des_cbc(), decrypting, random);
+        Bytes room(8), bytes = random.bytes(5);
+        CSSM_DATA output = {0, room.data()}, by_library = {0, nullptr};
+        EXPECT_FAILS((decrypting ? CSP_DecryptDataFinal : CSP_EncryptDataFinal)(100, 0, nullptr), CSP_ERR_NO_CONTEXT);
+        EXPECT_FAILS(stream.final(nullptr), CSP_ERR_NULL_POINTER);
+        EXPECT_FAILS(stream.final(&output), CSP_ERR_PRIMITIVE_FAILED);  // nothing was begun
+        ASSERT_EQ(stream.init(), 0);
+        Model model(stream);
+        const CSSM_DATA in = buffer_of(bytes), out = buffer_of(room);
+        std::uint32_t written = 0;
+        ASSERT_EQ(stream.update(&in, 1, &out, 1, &written), 0);
+        model.carried = bytes;
+        stream.attributes[3].Attribute.Uint32 = 9;
+        EXPECT_FAILS(stream.final(&output), CSP_ERR_BAD_DATA);
+        output = {8, nullptr};
+        EXPECT_FAILS(stream.final(&output), CSP_ERR_BAD_DATA);
+        output = {7, room.data()};
+        EXPECT_FAILS(stream.final(&output), CSP_ERR_OUTPUT_TOO_SHORT);
+        EXPECT_FAILS(stream.final(&by_library), CSP_ERR_PRIMITIVE_FAILED);
+        stream.attributes[3].Attribute.Uint32 = 6;
+        stream.attributes[0].AttributeType = 0;
+        EXPECT_FAILS(stream.final(&by_library), CSP_ERR_PRIMITIVE_FAILED);  // the key is gone
+        EXPECT_EQ(by_library.Data, nullptr);
+        stream.attributes[0].AttributeType = CSP_ATTR_KEY;
+        output.Length = 8;
+        EXPECT_EQ(stream.final(&output), 0);
+        EXPECT_EQ(room, model.final(6).out);
+    }
+}
+
+TEST(CspEncrypt, AKeyThatIsTooShortOrGoneEndsInFailure) {
+    Random random(4);
+    for (const Kind& kind : kinds_with_key()) {
+        Stream stream(kind, random.below(2) != 0, random);
+        SCOPED_TRACE(testing::Message() << "algorithm " << kind.algorithm << ", mode " << kind.mode);
+        Bytes in = random.bytes(16), out(19, 0xee);
+        const CSSM_DATA three = {3, in.data()}, whole = buffer_of(in), room = buffer_of(out);
+        const Bytes kept = kind.block() == 0 ? Bytes() : Bytes(in.data(), in.data() + 3);
+        std::uint32_t written = kUntouched;
+        --stream.key.KeyData.Length;
+        ASSERT_EQ(stream.init(), 0);
+        expect_code(stream.update(&three, 1, &room, 1, &written), kept.empty() ? CSP_ERR_PRIMITIVE_FAILED : 0);
+        EXPECT_FAILS(stream.update(&whole, 1, &room, 1, &written), CSP_ERR_PRIMITIVE_FAILED);
+        ++stream.key.KeyData.Length;
+        stream.attributes[0].AttributeType = 0;
+        EXPECT_FAILS(stream.update(&whole, 1, &room, 1, &written), CSP_ERR_PRIMITIVE_FAILED);
+        EXPECT_EQ(written, 0U);
+        EXPECT_EQ(out, Bytes(19, 0xee));
+        EXPECT_EQ(stream.kept(), kept);
+    }
+}
+
+TEST(CspEncrypt, AtOnceWithASessionOnly) {
+    Random random(5);
+    for (const bool decrypting : {false, true}) {
+        Stream stream(des_cbc(), decrypting, random);
+        stream.attributes[3].Attribute.Uint32 = 6;
+        Bytes in = random.bytes(20), out(20), rest(8);
+        const CSSM_DATA from = buffer_of(in), to = buffer_of(out);
+        CSSM_DATA remainder = buffer_of(rest);
+        std::uint32_t written = 0;
+        const auto at_once = [&](CspHandle handle, const CSSM_CONTEXT* context) {
+            return (decrypting ? CSP_DecryptData : CSP_EncryptData)(100, handle, context, &from, 1, &to, 1, &written,
+                                                                    &remainder);
+        };
+        EXPECT_EQ(at_once(stream.handle(), nullptr), 0);
+        Model model(stream);
+        EXPECT_EQ(Bytes(out.data(), out.data() + written), model.update({from}, {to}).out);
+        EXPECT_EQ(rest, model.final(6).out);
+
+        const CSSM_CONTEXT context = {CSP_CONTEXT_SYMMETRIC, CSP_ALG_DES, 0, 4, stream.attributes};
+        EXPECT_FAILS(at_once(0, &context), CSP_ERR_NO_CONTEXT);  // of Update: Init had the context
+        stream.key.KeyHeader.Format = 1;
+        EXPECT_FAILS(at_once(stream.handle(), &context), CSP_ERR_BAD_KEY);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,283 @@
+// MACs in pieces: the order of the checks, DES MACs computed by their definition, HMAC-MD5 by published vectors.
+#include <morvane/cipher.h>
+#include <morvane/csp.h>
+
+#include "csp/expect_fails.h"
+#include "support/bytes.h"
+#include "support/vectors.h"
+
+#include <gtest/gtest.h>
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+using namespace morvane::test;
+
+// A MAC session with a key record of this data. What the record says of itself matters to DES only.
+struct Mac {
+    Bytes data;
+    CSSM_KEY key{};
+    CSSM_CONTEXT_ATTRIBUTE attribute{};
+    CspSession session{};
+
+    Mac(std::uint32_t algorithm, Bytes key_data) : data(std::move(key_data)) {
+        key.KeyHeader.AlgorithmId = algorithm;
+        if (algorithm != CSP_ALG_MD5) key.KeyHeader.BlobType = key.KeyHeader.KeyClass = 2;
+        key.KeyData = {size32(data), data.data()};
+        attribute.AttributeType = CSP_ATTR_KEY;
+        attribute.Attribute.Key = &key;
+        session.context_type = CSP_CONTEXT_MAC;
+        session.algorithm = algorithm;
+        session.number_of_attributes = 1;
+        session.attributes = &attribute;
+    }
+    CspHandle handle() { return reinterpret_cast<CspHandle>(&session); }
+    std::int32_t init() { return CSP_GenerateMacInit(100, handle(), nullptr); }
+    std::int32_t final(CSSM_DATA& mac) { return CSP_GenerateMacFinal(0xffffffff, handle(), &mac); }
+    std::int32_t verify(Bytes expected, std::uint32_t length) {
+        const CSSM_DATA mac = {length, expected.data()};
+        return CSP_VerifyMacFinal(0, handle(), &mac);
+    }
+    // Updates of several buffers each, cut anywhere.
+    void absorb(Bytes message, Random& random) {
+        std::vector<CSSM_DATA> buffers;
+        std::uint32_t at = 0;
+        do {
+            const std::uint32_t now = std::min(random.below(40), size32(message) - at);
+            std::uint8_t no_bytes = 0;
+            buffers.push_back({now, message.empty() ? &no_bytes : message.data() + at});
+            at += now;
+            if (at == message.size() || random.below(3) == 0) {
+                EXPECT_EQ(CSP_GenerateMacUpdate(0, handle(), buffers.data(), static_cast<std::uint32_t>(buffers.size())),
+                          0);
+                buffers.clear();
+            }
+        } while (at < message.size());
+    }
+    // The MAC in a buffer of the library's.
+    Bytes finish() {
+        CSSM_DATA mac = {0, nullptr};
+        EXPECT_EQ(final(mac), 0);
+        Bytes bytes(mac.Data, mac.Data + mac.Length);
+        std::free(mac.Data);
+        return bytes;
+    }
+};
+
+constexpr std::uint8_t kUserKey[] = "A key of 16 byte";
+
+Bytes des_key() {
+    E_DES_KEY_SCHEDULE schedule;
+    E_DES_KeySchedule(&schedule, kUserKey);
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&schedule);
+    return {bytes, bytes + sizeof schedule};
+}
+
+Bytes des3_key() {
+    E_DES3_KEY_SCHEDULE schedule;
+    E_DES3_KeySchedule(&schedule, kUserKey);
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&schedule);
+    return {bytes, bytes + sizeof schedule};
+}
+
+// The last block of CBC over the message and 1 to 8 zero bytes; 8 zero bytes alone when it is empty.
+Bytes des_mac_by_definition(Bytes message) {
+    E_DES_KEY_SCHEDULE schedule;
+    E_DES_KeySchedule(&schedule, kUserKey);
+    message.resize(message.size() / 8 * 8 + 8);
+    const Bytes zero(8);
+    E_DES_CBC_Encrypt(message.data(), message.data(), &schedule, size32(message), zero.data());
+    return {message.end() - 8, message.end()};
+}
+
+TEST(CspMac, InitChecksInOrder) {
+    constexpr struct {
+        std::uint32_t code;
+        void (*mend)(Mac&);
+    } kSteps[] = {
+        {CSP_ERR_WRONG_CONTEXT_TYPE, [](Mac&) {}},
+        {CSP_ERR_KEY_ATTRIBUTE_MISSING, [](Mac& mac) { mac.session.context_type = CSP_CONTEXT_MAC; }},
+        {CSP_ERR_BAD_KEY, [](Mac& mac) { mac.session.number_of_attributes = 1; }},
+        {CSP_ERR_BAD_KEY, [](Mac& mac) { mac.attribute.Attribute.Key = &mac.key; }},
+        {CSP_ERR_BAD_KEY, [](Mac& mac) { mac.key.KeyData.Data = mac.data.data(); }},
+        {CSP_ERR_BAD_KEY, [](Mac& mac) { mac.key.KeyHeader.BlobType = 2; }},
+        {CSP_ERR_BAD_KEY, [](Mac& mac) { mac.key.KeyHeader.Format = 0; }},
+        {CSP_ERR_KEY_CLASS, [](Mac& mac) { mac.key.KeyHeader.AlgorithmId = CSP_ALG_SEED; }},
+        {CSP_ERR_UNKNOWN_ALGORITHM, [](Mac& mac) { mac.key.KeyHeader.KeyClass = 2; }},
+        {CSP_ERR_MAC_KEY_TOO_SHORT, [](Mac& mac) { mac.session.algorithm = mac.key.KeyHeader.AlgorithmId = CSP_ALG_DES3; }},
+    };
+    for (const auto init : {CSP_GenerateMacInit, CSP_VerifyMacInit}) {
+        EXPECT_FAILS(init(100, 0, nullptr), CSP_ERR_NO_CONTEXT);
+        Mac mac(CSP_ALG_SEED, Bytes(256));
+        mac.session.context_type = CSP_CONTEXT_DIGEST;
+        mac.session.number_of_attributes = 0;
+        mac.attribute.Attribute.Key = nullptr;
+        mac.key.KeyHeader = {};
+        mac.key.KeyHeader.Format = 1;
+        mac.key.KeyData = {255, nullptr};
+        for (const auto& step : kSteps) {
+            SCOPED_TRACE(testing::Message() << "step " << &step - kSteps);
+            step.mend(mac);
+            EXPECT_FAILS(init(100, mac.handle(), nullptr), step.code);
+        }
+        mac.key.KeyData.Length = 256;
+        EXPECT_EQ(init(100, mac.handle(), nullptr), 0);
+    }
+    Mac des(CSP_ALG_DES, Bytes(127));
+    EXPECT_FAILS(des.init(), CSP_ERR_MAC_KEY_TOO_SHORT);
+    Mac md5(CSP_ALG_MD5, Bytes(5));
+    md5.key.KeyData.Data = nullptr;
+    EXPECT_FAILS(md5.init(), CSP_ERR_BAD_KEY);
+    md5.attribute.Attribute.Key = nullptr;
+    EXPECT_FAILS(md5.init(), CSP_ERR_BAD_KEY);
+}
+
+TEST(CspMac, UpdateAndFinalsCheckInOrder) {
+    Bytes room(200);
+    CSSM_DATA bad = {200, nullptr}, good = {200, room.data()};
+    Mac mac(CSP_ALG_DES, des_key());
+    for (const auto update : {CSP_GenerateMacUpdate, CSP_VerifyMacUpdate}) {
+        EXPECT_FAILS(update(100, 0, nullptr, 0), CSP_ERR_NO_CONTEXT);
+        EXPECT_FAILS(update(100, mac.handle(), nullptr, 0), CSP_ERR_NULL_POINTER);
+        EXPECT_FAILS(update(100, mac.handle(), &bad, 0), CSP_ERR_NO_BUFFERS);
+        EXPECT_FAILS(update(100, mac.handle(), &bad, 1), CSP_ERR_BAD_DATA);
+        EXPECT_FAILS(update(100, mac.handle(), &good, 1), CSP_ERR_PRIMITIVE_FAILED);  // nothing was begun
+    }
+    EXPECT_FAILS(CSP_GenerateMacFinal(100, 0, nullptr), CSP_ERR_NO_CONTEXT);
+    EXPECT_FAILS(CSP_GenerateMacFinal(100, mac.handle(), nullptr), CSP_ERR_NULL_POINTER);
+    EXPECT_FAILS(mac.final(bad), CSP_ERR_BAD_DATA);
+    bad = {0, room.data()};
+    EXPECT_FAILS(mac.final(bad), CSP_ERR_BAD_DATA);
+    EXPECT_FAILS(mac.final(good), CSP_ERR_PRIMITIVE_FAILED);
+    bad = {8, nullptr};
+    EXPECT_FAILS(CSP_VerifyMacFinal(100, 0, nullptr), CSP_ERR_NO_CONTEXT);
+    EXPECT_FAILS(CSP_VerifyMacFinal(100, mac.handle(), nullptr), CSP_ERR_NULL_POINTER);
+    EXPECT_FAILS(CSP_VerifyMacFinal(100, mac.handle(), &bad), CSP_ERR_BAD_DATA);
+    EXPECT_FAILS(CSP_VerifyMacFinal(100, mac.handle(), &good), CSP_ERR_PRIMITIVE_FAILED);
+
+    ASSERT_EQ(mac.init(), 0);
+    const CSSM_DATA buffers[] = {{3, room.data()}, {0, nullptr}, {8, nullptr}};
+    EXPECT_FAILS(CSP_GenerateMacUpdate(100, mac.handle(), buffers, 3), CSP_ERR_BAD_DATA);
+    mac.attribute.AttributeType = 0;
+    EXPECT_FAILS(CSP_GenerateMacUpdate(100, mac.handle(), &good, 1), CSP_ERR_PRIMITIVE_FAILED);  // the key is gone
+    EXPECT_FAILS(mac.final(good), CSP_ERR_PRIMITIVE_FAILED);
+    EXPECT_FAILS(CSP_VerifyMacFinal(100, mac.handle(), &good), CSP_ERR_PRIMITIVE_FAILED);
+}
+
+TEST(CspMac, DesAndTripleDesAreDesCbcWithZerosAlwaysAdded) {
+    constexpr std::uint32_t kSeed = 20269;
+    Random random(kSeed);
+    Mac des(CSP_ALG_DES, des_key()), des3(CSP_ALG_DES3, des3_key());
+    for (const std::uint32_t length : {0U, 3U, 8U, 13U, 16U, 600U, 1029U}) {
+        SCOPED_TRACE(testing::Message() << "seed " << kSeed << ", length " << length);
+        const Bytes message = random.bytes(length), expected = des_mac_by_definition(message);
+        for (Mac* const mac : {&des, &des3}) {
+            for (int splitting = 0; splitting < 5; ++splitting) {
+                ASSERT_EQ(mac->init(), 0);
+                mac->absorb(message, random);
+                EXPECT_EQ(to_hex(mac->finish()), to_hex(expected));
+            }
+        }
+        ASSERT_EQ(des.init(), 0);
+        EXPECT_EQ(des.finish(), des_mac_by_definition({})) << "no Update at all";
+    }
+}
+
+TEST(CspMac, DesWantsRoomFor128Bytes) {
+    Bytes message = from_text("message"), room(1000, 0xee);
+    const CSSM_DATA buffer = {7, message.data()};
+    const Bytes expected = des_mac_by_definition(message);
+    for (const std::uint32_t length : {128U, 1000U}) {
+        Mac mac(CSP_ALG_DES, des_key());
+        ASSERT_EQ(mac.init(), 0);
+        ASSERT_EQ(CSP_GenerateMacUpdate(100, mac.handle(), &buffer, 1), 0);
+        CSSM_DATA output = {length, room.data()};
+        EXPECT_EQ(mac.final(output), 0);
+        EXPECT_EQ(output.Length, 8U);
+        EXPECT_EQ(Bytes(room.begin(), room.begin() + 8), expected);
+        EXPECT_EQ(Bytes(room.begin() + 8, room.end()), Bytes(992, 0xee));
+    }
+    for (const std::uint32_t length : {8U, 100U, 127U}) {
+        Mac mac(CSP_ALG_DES, des_key());
+        ASSERT_EQ(mac.init(), 0);
+        ASSERT_EQ(CSP_GenerateMacUpdate(100, mac.handle(), &buffer, 1), 0);
+        Bytes short_room(length, 0xee);
+        CSSM_DATA output = {length, short_room.data()};
+        EXPECT_FAILS(mac.final(output), CSP_ERR_OUTPUT_TOO_SHORT);
+        EXPECT_EQ(output.Length, length);
+        EXPECT_EQ(short_room, Bytes(length, 0xee));
+        EXPECT_NE(mac.finish(), expected) << "the last step had been taken";
+    }
+}
+
+TEST(CspMac, VerifyTellsGoodFromBadAndKeepsTheErrorCell) {
+    Bytes message = from_text("message");
+    const CSSM_DATA buffer = {7, message.data()};
+    for (const std::uint32_t algorithm : {CSP_ALG_DES, CSP_ALG_DES3, CSP_ALG_MD5}) {
+        Mac mac(algorithm, des3_key());
+        const bool is_md5 = algorithm == CSP_ALG_MD5;
+        const auto feed = [&] {
+            ASSERT_EQ(CSP_VerifyMacInit(100, mac.handle(), nullptr), 0);
+            ASSERT_EQ(CSP_VerifyMacUpdate(100, mac.handle(), &buffer, 1), 0);
+        };
+        feed();
+        const Bytes good = mac.finish();
+        ASSERT_EQ(good.size(), is_md5 ? 16U : 8U);
+        feed();
+        EXPECT_EQ(mac.verify(good, size32(good)), 0);
+        EXPECT_FAILS(CSP_VerifyMacFinal(100, 0, nullptr), CSP_ERR_NO_CONTEXT);
+        for (std::size_t i = 0; i < good.size(); ++i) {
+            Bytes wrong = good;
+            wrong[i] ^= 0x10;
+            feed();
+            EXPECT_FAILS(mac.verify(wrong, size32(wrong)), CSP_ERR_NO_CONTEXT);
+        }
+        feed();
+        EXPECT_EQ(mac.verify(good, 15), is_md5 ? -1 : 0);
+        feed();
+        EXPECT_EQ(mac.verify(good, 0), is_md5 ? -1 : 0);
+        EXPECT_EQ(GetError(), CSP_ERR_NO_CONTEXT);
+    }
+}
+
+TEST(CspMac, Md5MeetsItsVectorsHoweverTheMessageIsCut) {
+    constexpr std::uint32_t kSeed = 20270;
+    Random random(kSeed);
+    for (const Vector& vector : load_vectors("hmac_md5.txt")) {
+        SCOPED_TRACE(testing::Message() << "seed " << kSeed << ", " << vector.text("mac"));
+        Mac mac(CSP_ALG_MD5, vector.bytes("key"));
+        for (int splitting = 0; splitting < 8; ++splitting) {
+            ASSERT_EQ(mac.init(), 0);
+            mac.absorb(vector.bytes("message"), random);
+            Bytes room(17, 0xee);
+            CSSM_DATA output = {15, room.data()};
+            EXPECT_FAILS(mac.final(output), CSP_ERR_OUTPUT_TOO_SHORT);
+            output.Length = 17;
+            EXPECT_EQ(mac.final(output), 0) << "the state survived";
+            EXPECT_EQ(output.Length, 16U);
+            EXPECT_EQ(to_hex(room), vector.text("mac") + "ee");
+        }
+    }
+}
+
+TEST(CspMac, AtOnceWithASessionOnly) {
+    Bytes message = from_text("message"), room(128);
+    const CSSM_DATA buffer = {7, message.data()};
+    Mac mac(CSP_ALG_DES, des_key());
+    CSSM_DATA output = {128, room.data()};
+    EXPECT_EQ(CSP_GenerateMac(100, mac.handle(), nullptr, &buffer, 1, &output), 0);
+    EXPECT_EQ(to_hex(room.data(), output.Length), to_hex(des_mac_by_definition(message)));
+    EXPECT_EQ(CSP_VerifyMac(100, mac.handle(), nullptr, &buffer, 1, &output), 0);
+    room[7] ^= 1;
+    EXPECT_EQ(CSP_VerifyMac(100, mac.handle(), nullptr, &buffer, 1, &output), -1);
+
+    const CSSM_CONTEXT context = {CSP_CONTEXT_MAC, CSP_ALG_DES, 0, 1, &mac.attribute};
+    EXPECT_FAILS(CSP_GenerateMac(100, 0, &context, &buffer, 1, &output), CSP_ERR_NO_CONTEXT);
+    EXPECT_FAILS(CSP_VerifyMac(100, 0, &context, &buffer, 1, &output), CSP_ERR_NO_CONTEXT);
+    mac.key.KeyHeader.KeyClass = 1;
+    EXPECT_FAILS(CSP_GenerateMac(100, mac.handle(), &context, &buffer, 1, &output), CSP_ERR_KEY_CLASS);
+    EXPECT_FAILS(CSP_VerifyMac(100, mac.handle(), &context, &buffer, 1, &output), CSP_ERR_KEY_CLASS);
+}
+
+}  // namespace
