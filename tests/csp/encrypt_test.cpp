@@ -216,12 +216,12 @@ CSSM_DATA& any_of(Data& buffers, Random& random) {
 // One call with buffers of all shapes. False when the stream has failed half-way and cannot go on.
 bool try_update(Stream& stream, Model& model, Random& random) {
     constexpr std::uint32_t kGap = 16;
-    const std::uint32_t length = random.below(random.below(3) == 0 ? 40 : 2100);
+    const std::uint32_t length = random.below(random.below(3) == 0 ? 40 : 3100);
     const bool in_place = model.carried.empty() && random.below(3) == 0, roomy = random.below(4) != 0;
     const std::uint32_t room = in_place ? length
                                : roomy  ? length + size32(model.carried) + random.below(20)
                                         : std::max(length, 1U) - random.below(2);
-    Bytes memory = random.bytes(room + 5 * kGap);
+    Bytes memory = random.bytes(room + 7 * kGap);
     Data in, out;
     std::uint32_t place = kGap;
     for (const std::uint32_t part : cut(random, room)) {
@@ -234,6 +234,7 @@ bool try_update(Stream& stream, Model& model, Random& random) {
     if (in_place) {
         in = out;
         for (CSSM_DATA& buffer : in) buffer.Data = buffer.Data == nullptr ? memory.data() : buffer.Data;
+        if (random.below(2) == 0) out.insert(out.begin(), {kGap, memory.data() + place});  // puts the output behind
     } else {
         if (random.below(10) == 0) any_of(in, random).Data = nullptr;
         CSSM_DATA& bad = any_of(out, random);
@@ -379,6 +380,7 @@ TEST(CspEncrypt, UpdateChecksInOrder) {
         Bytes room(8);
         std::uint32_t written = kUntouched;
         CSSM_DATA in = {5, nullptr}, out = {4, nullptr};
+        const CSSM_DATA huge[] = {{0xffffffff, room.data()}, {1, room.data()}};
         EXPECT_FAILS((decrypting ? CSP_DecryptDataUpdate : CSP_EncryptDataUpdate)(100, 0, nullptr, 0, nullptr, 0, nullptr),
                      CSP_ERR_NO_CONTEXT);
         EXPECT_FAILS(stream.update(nullptr, 0, &out, 0, &written), CSP_ERR_NULL_POINTER);
@@ -387,6 +389,7 @@ TEST(CspEncrypt, UpdateChecksInOrder) {
         EXPECT_FAILS(stream.update(&in, 0, &out, 1, &written), CSP_ERR_NO_BUFFERS);
         EXPECT_FAILS(stream.update(&in, 1, &out, 0, &written), CSP_ERR_NO_BUFFERS);
         EXPECT_FAILS(stream.update(&in, 1, &out, 1, &written), CSP_ERR_OUTPUT_TOO_SHORT);
+        EXPECT_FAILS(stream.update(huge, 2, &out, 1, &written), CSP_ERR_OUTPUT_TOO_SHORT);
         EXPECT_EQ(written, kUntouched);
         out = {5, room.data()};
         EXPECT_FAILS(stream.update(&in, 1, &out, 1, &written), CSP_ERR_BAD_DATA);

@@ -6,6 +6,8 @@
 #include "support/bytes.h"
 #include "support/failing_heap.h"
 
+#include <morvane/cipher.h>
+
 #include <gtest/gtest.h>
 #include <cstdlib>
 
@@ -90,6 +92,23 @@ TEST(BlockPadding, LeavesTheRestAlone) {
     EXPECT_TRUE(pad_block(rc4, block.data(), count, kPadPkcs5));
     EXPECT_EQ(count, 0U);
     EXPECT_EQ(block, Bytes(8, 0xcc));
+}
+
+TEST(CipherOperations, LeaveTheChainAloneOverNoBytes) {
+    Bytes schedule(sizeof(E_BF_KEY_SCHEDULE)), none(32), chain(16, 0xcc);
+    CSSM_KEY key{};
+    key.KeyData = {size32(schedule), schedule.data()};
+    for (const std::uint32_t algorithm : {CSP_ALG_DES, CSP_ALG_BLOWFISH, CSP_ALG_SEED}) {
+        for (const std::uint32_t mode : {CSP_MODE_CBC, CSP_MODE_CFB, CSP_MODE_OFB}) {
+            const CspCipherTable& table = *find_cipher_table(algorithm, mode).table;
+            std::uint32_t written = 1;
+            for (CipherFn* const operation : {table.encrypt, table.decrypt}) {
+                EXPECT_TRUE(operation(&key, none.data() + 16, none.data() + 16, 0, &written, chain.data()));
+                EXPECT_EQ(written, 0U);
+                EXPECT_EQ(chain, Bytes(16, 0xcc)) << algorithm << " in mode " << mode;
+            }
+        }
+    }
 }
 
 TEST(AllocationFailure, IsReportedByWhoeverAllocates) {
