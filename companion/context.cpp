@@ -45,7 +45,12 @@ uint32_t K_EndContext(K_CONTEXT* context) {
     Context& all = whole(context);
     const std::uint32_t left = all.count;
     report_blocks(all, 0);
-    while (all.blocks != nullptr) K_free(context, all.blocks + 1);
+    // The next block is known before this one goes: K_free leaves a block alone whose mark was written over.
+    for (Header* header = all.blocks; header != nullptr;) {
+        Header* const after = header->after;
+        K_free(context, header + 1);
+        header = after;
+    }
     const K_ALLOCATOR memory = all.allocator;
     morvane::wipe(&all, sizeof all);
     memory.release(memory.user, &all);

@@ -11,7 +11,7 @@ namespace morvane::companion {
 struct Context;
 
 // What stands in front of every block. The blocks of a context are a list, so that its end finds them.
-struct alignas(2 * sizeof(void*)) Header {  // as malloc aligns
+struct alignas(2 * sizeof(void*)) Header {  // the alignment that the block behind it has
     Context* owner;
     Header* before;
     Header* after;

@@ -2,6 +2,7 @@
 #include "base/wipe.h"
 #include "companion/context.h"
 
+#include <cassert>
 #include <cstring>
 
 namespace {
@@ -48,7 +49,9 @@ void K_free(K_CONTEXT* context, void* block) {
     if (context == nullptr || block == nullptr) return;
     Context& owner = whole(context);
     Header* const header = static_cast<Header*>(block) - 1;
-    if (header->mark != kLive || header->owner != &owner) return;
+    const bool is_live = header->mark == kLive && header->owner == &owner;
+    assert(is_live && "K_free: not a block of this context");
+    if (!is_live) return;
     (header->before != nullptr ? header->before->after : owner.blocks) = header->after;
     if (header->after != nullptr) header->after->before = header->before;
     --owner.count;

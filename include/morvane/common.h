@@ -29,12 +29,12 @@ typedef struct K_CONTEXT {
 
 /* Where a context's memory comes from. */
 typedef struct K_ALLOCATOR {
-    void*(MORVANE_CALL* allocate)(void* user, size_t bytes); /* as malloc: aligned for anything; null when there is none */
+    void*(MORVANE_CALL* allocate)(void* user, size_t bytes); /* as malloc, aligned as it is; null when memory is short */
     void(MORVANE_CALL* release)(void* user, void* block);    /* given what allocate returned, never null */
     void* user;
 } K_ALLOCATOR;
 
-/* Makes a context, all of it zero but the companion's words. `allocator` is copied; null stands for the C library.
+/* Makes a context, the words of K_CONTEXT all zero. `allocator` is copied; null stands for the C library.
  * Null when memory is short or a function of the allocator is missing. */
 MORVANE_API K_CONTEXT* MORVANE_CALL K_NewContext(const K_ALLOCATOR* allocator);
 
@@ -43,12 +43,14 @@ MORVANE_API K_CONTEXT* MORVANE_CALL K_NewContext(const K_ALLOCATOR* allocator);
  * toolkit's part must be gone (K_KCCTerm); otherwise it counts as a block. */
 MORVANE_API uint32_t MORVANE_CALL K_EndContext(K_CONTEXT* context);
 
-/* A zero-filled block of count * size bytes, aligned for anything. With a count or size of 0 a block of no bytes, which is
- * to be freed like any other. Null when memory is short, when the product passes 2^32 - 1, or for a null context. */
+/* A zero-filled block of count * size bytes at a multiple of 8 in the 32-bit builds, of 16 in the 64-bit ones. With a count
+ * or size of 0 a block of no bytes, which is to be freed like any other. Null when memory is short, when the product passes
+ * 2^32 - 1, or for a null context. */
 MORVANE_API void* MORVANE_CALL K_calloc(K_CONTEXT* context, uint32_t count, uint32_t size);
 
 /* Wipes a block of this context and gives it back. Null, of either argument, is good and does nothing. A pointer that is
- * not a block of this context is the caller's fault; as far as it shows, it is left alone. */
+ * not a block of this context is the caller's fault: the words in front of it are read, and where they show it, the
+ * pointer is left alone; debug builds of the library stop the program. */
 MORVANE_API void MORVANE_CALL K_free(K_CONTEXT* context, void* block);
 
 /* Reads hexadecimal text, an even number of digits of either case and nothing else up to its terminating zero, into a block

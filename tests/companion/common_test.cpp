@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 #include <algorithm>
-#include <cstdlib>
 
 namespace {
 
@@ -41,6 +40,10 @@ struct Heap {
     }
 };
 
+#if defined(NDEBUG)
+constexpr std::uint8_t kMark[] = {'b', 'o', 'c', 'k'};  // in front of a block
+#endif
+
 bool is_zero(const void* bytes, std::size_t size) {
     const auto* const first = static_cast<const std::uint8_t*>(bytes);
     return std::all_of(first, first + size, [](std::uint8_t byte) { return byte == 0; });
@@ -70,7 +73,7 @@ TEST(Companion, BlocksAreZeroAndWiped) {
     K_free(nullptr, empty);
 
     K_CONTEXT* const other = K_NewContext(nullptr);
-    K_free(other, empty);  // not one of its blocks
+    EXPECT_DEBUG_DEATH(K_free(other, empty), "not a block of this context");
     EXPECT_EQ(K_EndContext(other), 0U);
     K_free(context, also_empty);
     EXPECT_EQ(K_EndContext(context), 1U) << "the block of no bytes";
@@ -83,17 +86,74 @@ TEST(Companion, ShortMemoryIsReported) {
     heap.most = 0;
     K_ALLOCATOR allocator = heap.allocator();
     EXPECT_EQ(K_NewContext(&allocator), nullptr);
-    heap.most = 1;
-    K_CONTEXT* const context = K_NewContext(&allocator);
-    ASSERT_NE(context, nullptr);
-    EXPECT_EQ(K_calloc(context, 1, 1), nullptr);
-    std::uint8_t byte = 0, *data = &byte;
-    std::uint32_t length = 5;
-    EXPECT_EQ(K_str2bin(context, "00", &data, &length), -1);
-    EXPECT_EQ(data, nullptr);
-    EXPECT_EQ(K_EndContext(context), 0U);
+    for (std::uint32_t blocks = 0; blocks < 3; ++blocks) {
+        heap.most = heap.pieces.size() + 1 + blocks;
+        K_CONTEXT* const context = K_NewContext(&allocator);
+        ASSERT_NE(context, nullptr);
+        for (std::uint32_t i = 0; i < blocks; ++i) EXPECT_NE(K_calloc(context, 1, 1), nullptr);
+        EXPECT_EQ(K_calloc(context, 1, 1), nullptr);
+        std::uint8_t byte = 0, *data = &byte;
+        std::uint32_t length = 5;
+        EXPECT_EQ(K_str2bin(context, "00", &data, &length), -1);
+        EXPECT_EQ(data, nullptr);
+        EXPECT_EQ(length, 0U);
+        EXPECT_EQ(K_EndContext(context), blocks);
+        EXPECT_TRUE(heap.is_released());
+    }
+    const K_ALLOCATOR whole = allocator;
     allocator.release = nullptr;
     EXPECT_EQ(K_NewContext(&allocator), nullptr);
+    allocator = {nullptr, whole.release, whole.user};
+    EXPECT_EQ(K_NewContext(&allocator), nullptr);
+}
+
+// In release builds; with assertions the program stops there.
+#if defined(NDEBUG)
+TEST(Companion, EndsWithABlockWhoseHeaderWasWrittenOver) {
+    Heap heap;
+    const K_ALLOCATOR allocator = heap.allocator();
+    K_CONTEXT* const context = K_NewContext(&allocator);
+    for (int i = 0; i < 3; ++i) ASSERT_NE(K_calloc(context, 1, 8), nullptr);
+    Bytes& middle = heap.pieces[2].bytes;
+    const auto mark = std::search(middle.begin(), middle.end(), std::begin(kMark), std::end(kMark));
+    ASSERT_NE(mark, middle.end());
+    *mark = 0;
+    EXPECT_EQ(K_EndContext(context), 3U);
+    for (std::size_t i = 0; i < heap.pieces.size(); ++i) EXPECT_EQ(heap.pieces[i].released, i != 2) << i;
+}
+#else
+TEST(Companion, NamesTheBlocksThatAreLeft) {
+    K_CONTEXT* const context = K_NewContext(nullptr);
+    K_free(context, K_calloc(context, 1, 555));
+    ASSERT_NE(K_calloc(context, 1, 777), nullptr);
+    K_KCOInit(context);
+    ASSERT_NE(K_calloc(context, 3, 111), nullptr);
+    const auto said = [&](auto&& call) {
+        testing::internal::CaptureStderr();
+        call();
+        return testing::internal::GetCapturedStderr();
+    };
+    EXPECT_EQ(said([&] { K_KCOTerm(context); }), "MorvaneCommon: 1 blocks were not freed: 333 bytes\n");
+    EXPECT_EQ(said([&] { K_EndContext(context); }), "MorvaneCommon: 2 blocks were not freed: 333 777 bytes\n");
+}
+#endif
+
+TEST(Companion, InitSetsTheFlagAndTermLeavesEverything) {
+    K_CONTEXT* const context = K_NewContext(nullptr);
+    EXPECT_EQ(context->companion_initialised, 0U);
+    EXPECT_EQ(K_KCOInit(context), 0);
+    EXPECT_EQ(K_KCOInit(context), 0);
+    void* const block = K_calloc(context, 1, 4);
+    context->last_error = 77;
+    context->crypto = block;  // as the toolkit's part
+    K_KCOTerm(context);
+    EXPECT_EQ(context->companion_initialised, 1U) << "the caller's to clear";
+    EXPECT_EQ(context->last_error, 77U);
+    EXPECT_EQ(context->crypto, block);
+    K_free(context, block);
+    EXPECT_EQ(K_EndContext(context), 0U);
+    EXPECT_EQ(K_KCOInit(nullptr), -1);
+    K_KCOTerm(nullptr);
 }
 
 TEST(Companion, ReadsHexadecimalText) {
