@@ -246,16 +246,17 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_EncryptDataInit(uint32_t csp, CspHandle 
 MORVANE_API int32_t MORVANE_STDCALL CSP_DecryptDataInit(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context);
 
 /* Enciphers or deciphers the bytes of in_count input buffers, in order, into out_count output buffers, which are filled in
- * order; their Lengths stay as they are. *written becomes the number of bytes written. All buffers are the caller's. An
- * output buffer may be an input buffer only while nothing is kept from an earlier piece.
- * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT (null handle), CSP_ERR_NULL_POINTER (in, out or written is
- * null), CSP_ERR_NO_BUFFERS (a count is 0), CSP_ERR_OUTPUT_TOO_SHORT (the output buffers together are shorter than the
- * input buffers); from here on *written counts from 0: CSP_ERR_BAD_DATA (the first input has no Data, or the first output
- * has a Length without Data or Data without a Length), CSP_ERR_PRIMITIVE_FAILED (nothing was begun on this session). Then,
- * where it comes to it: CSP_ERR_BAD_DATA (a further buffer of that kind; an output buffer without both is passed over),
- * CSP_ERR_PRIMITIVE_FAILED (there is no key any more, or its data is too short), CSP_ERR_OUTPUT_TOO_SHORT (kept bytes and
- * new ones make more blocks than there is room for). Then part of the output may be written, *written may count less than
- * that, and the operation cannot go on; the kept bytes are as they were. */
+ * order; their Lengths stay as they are. *written becomes the number of bytes written. All buffers are the
+ * caller's. An output buffer may be an input buffer if what is written never runs ahead of what has been read: the buffers
+ * are the same, in the same order, and nothing is kept from an earlier piece. Returns 0, or -1 with, in this order:
+ * CSP_ERR_NO_CONTEXT (null handle), CSP_ERR_NULL_POINTER (in, out or written is null), CSP_ERR_NO_BUFFERS (a count is 0),
+ * CSP_ERR_OUTPUT_TOO_SHORT (the output buffers together are shorter than the input buffers); from here on *written counts
+ * from 0: CSP_ERR_BAD_DATA (the first input has no Data, or the first output has a Length without Data or Data without a
+ * Length), CSP_ERR_PRIMITIVE_FAILED (nothing was begun on this session). Then, where it comes to it: CSP_ERR_BAD_DATA (a
+ * further buffer of that kind; an output buffer without both is passed over), CSP_ERR_PRIMITIVE_FAILED (there is no key any
+ * more, or its data is too short), CSP_ERR_OUTPUT_TOO_SHORT (kept bytes and new ones make more blocks than there is room
+ * for). Then part of the output may be written, *written says nothing exact about it, and the operation cannot go on; the
+ * kept bytes are as they were. */
 MORVANE_API int32_t MORVANE_STDCALL CSP_EncryptDataUpdate(uint32_t csp, CspHandle handle, const CSSM_DATA* in,
                                                           uint32_t in_count, const CSSM_DATA* out, uint32_t out_count,
                                                           uint32_t* written);

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-// One MAC algorithm. Operations return 0 or the code of their failure; kMismatch is none.
+// One MAC algorithm. Operations return 0 or the code of their failure; kMacMismatch is none.
 struct CspMacTable {
     std::uint32_t expanded_key_bytes;
     std::uint32_t block_bytes;  // what is buffered; a power of two
