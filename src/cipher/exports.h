@@ -45,33 +45,33 @@ void run_words(const typename C::Schedule& schedule, std::uint32_t* words) noexc
 #define MORVANE_CIPHER_CBC(NAME, CIPHER)                                                                   \
     void E_##NAME##_CBC_Encrypt(const uint8_t* in, uint8_t* out, const CIPHER::Schedule* ks, uint32_t len, \
                                 const uint8_t* iv) {                                                       \
-        morvane::cipher::cbc_encrypt<CIPHER>(*ks, in, out, len, iv);                                       \
+        morvane::cipher::cbc_encrypt<CIPHER, morvane::cipher::Tail::kExtended>(*ks, in, out, len, iv);     \
     }                                                                                                      \
     void E_##NAME##_CBC_Decrypt(const uint8_t* in, uint8_t* out, const CIPHER::Schedule* ks, uint32_t len, \
                                 const uint8_t* iv) {                                                       \
-        morvane::cipher::cbc_decrypt<CIPHER>(*ks, in, out, len, iv);                                       \
+        morvane::cipher::cbc_decrypt<CIPHER, morvane::cipher::Tail::kExtended>(*ks, in, out, len, iv);     \
     }
 
 #define MORVANE_CIPHER_NO_PAD(NAME, CIPHER)                                                                       \
     void E_##NAME##_CBC_Encrypt_NO_PAD(const uint8_t* in, uint8_t* out, const CIPHER::Schedule* ks, uint32_t len, \
                                        const uint8_t* iv) {                                                       \
-        morvane::cipher::cbc_encrypt_no_pad<CIPHER>(*ks, in, out, len, iv);                                       \
+        morvane::cipher::cbc_encrypt<CIPHER, morvane::cipher::Tail::kResidual>(*ks, in, out, len, iv);            \
     }                                                                                                             \
     void E_##NAME##_CBC_Decrypt_NO_PAD(const uint8_t* in, uint8_t* out, const CIPHER::Schedule* ks, uint32_t len, \
                                        const uint8_t* iv) {                                                       \
-        morvane::cipher::cbc_decrypt_no_pad<CIPHER>(*ks, in, out, len, iv);                                       \
+        morvane::cipher::cbc_decrypt<CIPHER, morvane::cipher::Tail::kResidual>(*ks, in, out, len, iv);            \
     }
 
-#define MORVANE_CIPHER_FEEDBACK(NAME, CIPHER)                                                                 \
-    void E_##NAME##_CFB_Encrypt(const uint8_t* in, uint8_t* out, const CIPHER::Schedule* ks, int32_t numbits, \
-                                uint32_t len, uint8_t* iv) {                                                  \
-        morvane::cipher::cfb_encrypt<CIPHER>(*ks, in, out, numbits, len, iv);                                 \
-    }                                                                                                         \
-    void E_##NAME##_CFB_Decrypt(const uint8_t* in, uint8_t* out, const CIPHER::Schedule* ks, int32_t numbits, \
-                                uint32_t len, uint8_t* iv) {                                                  \
-        morvane::cipher::cfb_decrypt<CIPHER>(*ks, in, out, numbits, len, iv);                                 \
-    }                                                                                                         \
-    void E_##NAME##_OFB_Encrypt(const uint8_t* in, uint8_t* out, const CIPHER::Schedule* ks, int32_t numbits, \
-                                uint32_t len, uint8_t* iv) {                                                  \
-        morvane::cipher::ofb<CIPHER>(*ks, in, out, numbits, len, iv);                                         \
+#define MORVANE_CIPHER_FEEDBACK(NAME, CIPHER)                                                                   \
+    void E_##NAME##_CFB_Encrypt(const uint8_t* in, uint8_t* out, const CIPHER::Schedule* ks, int32_t numbits,   \
+                                uint32_t len, uint8_t* iv) {                                                    \
+        morvane::cipher::feedback<CIPHER, morvane::cipher::Feeds::kCiphertext>(*ks, in, out, numbits, len, iv); \
+    }                                                                                                           \
+    void E_##NAME##_CFB_Decrypt(const uint8_t* in, uint8_t* out, const CIPHER::Schedule* ks, int32_t numbits,   \
+                                uint32_t len, uint8_t* iv) {                                                    \
+        morvane::cipher::cfb_decrypt<CIPHER>(*ks, in, out, numbits, len, iv);                                   \
+    }                                                                                                           \
+    void E_##NAME##_OFB_Encrypt(const uint8_t* in, uint8_t* out, const CIPHER::Schedule* ks, int32_t numbits,   \
+                                uint32_t len, uint8_t* iv) {                                                    \
+        morvane::cipher::feedback<CIPHER, morvane::cipher::Feeds::kKeyStream>(*ks, in, out, numbits, len, iv);  \
     }

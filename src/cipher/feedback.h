@@ -85,11 +85,14 @@ constexpr bool has_step(std::int32_t width_bits, std::uint32_t len) noexcept {
     return width_bits > 0 && width_bits <= kMostBits && len >= (static_cast<std::uint32_t>(width_bits) + 7) / 8;
 }
 
-// Whole-block feedback is a chain of blocks, and what most programs use; it goes without the shift register.
+// What is shifted in: the ciphertext in CFB, what it is made with in OFB.
+enum class Feeds { kCiphertext, kKeyStream };
 
-template <BlockCipher C>
-void cfb_encrypt(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::int32_t width_bits,
-                 std::uint32_t len, std::uint8_t* iv) {
+// CFB encryption, and OFB in both directions: each step needs the one before. Whole-block feedback is a chain of blocks,
+// and what most programs use; it goes without the shift register.
+template <BlockCipher C, Feeds F>
+void feedback(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::int32_t width_bits,
+              std::uint32_t len, std::uint8_t* iv) {
     using Block = Block<C::kBlockBytes>;
     if (!has_step<C>(width_bits, len)) return;
     ShiftRegister<C::kBlockBytes, C::kOrder> shift(iv, static_cast<std::uint32_t>(width_bits));
@@ -98,8 +101,13 @@ void cfb_encrypt(const typename C::Schedule& schedule, const std::uint8_t* in, s
         States<C> state = {C::enter(shift.content())};
         for (; len >= step; len -= static_cast<std::uint32_t>(step), in += step, out += step) {
             C::template run<Direction::kEncrypt>(schedule, state);
-            state[0] = state[0] ^ C::enter(Block::load(in));
-            C::leave(state[0]).store(out);
+            const Block text = Block::load(in);
+            if constexpr (F == Feeds::kCiphertext) {
+                state[0] = state[0] ^ C::enter(text);
+                C::leave(state[0]).store(out);
+            } else {
+                (C::leave(state[0]) ^ text).store(out);
+            }
         }
         C::leave(state[0]).store(iv);
         return;
@@ -108,7 +116,11 @@ void cfb_encrypt(const typename C::Schedule& schedule, const std::uint8_t* in, s
         const Block key = run_one<Direction::kEncrypt, C>(schedule, shift.content());
         const Block text = (Block::load(in, step) ^ key) & shift.mask();
         text.store(out, step);
-        shift.shift_in(text);
+        if constexpr (F == Feeds::kCiphertext) {
+            shift.shift_in(text);
+        } else {
+            shift.shift_in(key);
+        }
     }
     shift.content().store(iv);
 }
@@ -149,30 +161,6 @@ void cfb_decrypt(const typename C::Schedule& schedule, const std::uint8_t* in, s
         in += now * step;
         out += now * step;
         steps -= now;
-    }
-    shift.content().store(iv);
-}
-
-template <BlockCipher C>
-void ofb(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::int32_t width_bits,
-         std::uint32_t len, std::uint8_t* iv) {
-    using Block = Block<C::kBlockBytes>;
-    if (!has_step<C>(width_bits, len)) return;
-    ShiftRegister<C::kBlockBytes, C::kOrder> shift(iv, static_cast<std::uint32_t>(width_bits));
-    const std::size_t step = shift.step_bytes();
-    if (shift.is_whole_block()) {
-        States<C> state = {C::enter(shift.content())};
-        for (; len >= step; len -= static_cast<std::uint32_t>(step), in += step, out += step) {
-            C::template run<Direction::kEncrypt>(schedule, state);
-            (C::leave(state[0]) ^ Block::load(in)).store(out);
-        }
-        C::leave(state[0]).store(iv);
-        return;
-    }
-    for (; len >= step; len -= static_cast<std::uint32_t>(step), in += step, out += step) {
-        const Block key = run_one<Direction::kEncrypt, C>(schedule, shift.content());
-        ((Block::load(in, step) ^ key) & shift.mask()).store(out, step);
-        shift.shift_in(key);
     }
     shift.content().store(iv);
 }

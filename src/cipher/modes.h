@@ -97,46 +97,43 @@ Block<C::kBlockBytes> cbc_decrypt_blocks(const typename C::Schedule& schedule, c
     return chain;
 }
 
-template <BlockCipher C>
+// What becomes of the bytes behind the last whole block.
+//   kExtended  zeros make a block of them, and the chain takes it like any other; decryption reads it whole
+//   kResidual  they are XORed with the encryption of the ciphertext block before them, in both directions. Encryption
+//   writes
+//              a whole block, as programs know it, though its last bytes carry nothing
+enum class Tail { kExtended, kResidual };
+
+template <BlockCipher C, Tail T>
 void cbc_encrypt(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::uint32_t len,
                  const std::uint8_t* iv) {
     if (len == 0) return;
     using Block = Block<C::kBlockBytes>;
     const std::size_t tail = len % C::kBlockBytes, whole = len - tail;
     const Block last = cbc_encrypt_blocks<C>(schedule, in, out, whole / C::kBlockBytes, load_cbc_iv<C>(iv));
-    if (tail != 0) run_one<Direction::kEncrypt, C>(schedule, last ^ Block::load(in + whole, tail)).store(out + whole);
+    if (tail == 0) return;
+    const Block rest = Block::load(in + whole, tail);
+    if constexpr (T == Tail::kExtended) {
+        run_one<Direction::kEncrypt, C>(schedule, last ^ rest).store(out + whole);
+    } else {
+        (run_one<Direction::kEncrypt, C>(schedule, last) ^ rest).store(out + whole);
+    }
 }
 
-template <BlockCipher C>
+template <BlockCipher C, Tail T>
 void cbc_decrypt(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::uint32_t len,
                  const std::uint8_t* iv) {
     if (len == 0) return;
     using Block = Block<C::kBlockBytes>;
     const std::size_t tail = len % C::kBlockBytes, whole = len - tail;
     const Block last = cbc_decrypt_blocks<C>(schedule, in, out, whole / C::kBlockBytes, load_cbc_iv<C>(iv));
-    if (tail != 0) (last ^ run_one<Direction::kDecrypt, C>(schedule, Block::load(in + whole))).store(out + whole, tail);
-}
-
-// The tail is XORed with the encryption of the ciphertext block before it, in both directions. Encryption writes the whole
-// block, as programs know it, though its last bytes carry nothing.
-template <BlockCipher C>
-void cbc_encrypt_no_pad(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::uint32_t len,
-                        const std::uint8_t* iv) {
-    if (len == 0) return;
-    using Block = Block<C::kBlockBytes>;
-    const std::size_t tail = len % C::kBlockBytes, whole = len - tail;
-    const Block last = cbc_encrypt_blocks<C>(schedule, in, out, whole / C::kBlockBytes, load_cbc_iv<C>(iv));
-    if (tail != 0) (run_one<Direction::kEncrypt, C>(schedule, last) ^ Block::load(in + whole, tail)).store(out + whole);
-}
-
-template <BlockCipher C>
-void cbc_decrypt_no_pad(const typename C::Schedule& schedule, const std::uint8_t* in, std::uint8_t* out, std::uint32_t len,
-                        const std::uint8_t* iv) {
-    if (len == 0) return;
-    using Block = Block<C::kBlockBytes>;
-    const std::size_t tail = len % C::kBlockBytes, whole = len - tail;
-    const Block last = cbc_decrypt_blocks<C>(schedule, in, out, whole / C::kBlockBytes, load_cbc_iv<C>(iv));
-    if (tail != 0) (run_one<Direction::kEncrypt, C>(schedule, last) ^ Block::load(in + whole)).store(out + whole, tail);
+    if (tail == 0) return;
+    const Block rest = Block::load(in + whole);
+    if constexpr (T == Tail::kExtended) {
+        (last ^ run_one<Direction::kDecrypt, C>(schedule, rest)).store(out + whole, tail);
+    } else {
+        (run_one<Direction::kEncrypt, C>(schedule, last) ^ rest).store(out + whole, tail);
+    }
 }
 
 }  // namespace morvane::cipher
