@@ -154,7 +154,7 @@ Digest FileDigester::at_once(std::size_t size) const {
     const std::int32_t code = K_GenHash(context_.get(), *selector_of(algorithm_), &input, &output);
     if (code != 0)
         throw std::runtime_error(std::string(algorithm_.name) + ": the library failed with code " + std::to_string(code));
-    const Digest digest(output.Data, output.Data + output.Length);
+    Digest digest(output.Data, output.Data + output.Length);
     K_free(context_.get(), output.Data);
     return digest;
 }
