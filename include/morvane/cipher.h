@@ -43,8 +43,7 @@
  * numbits bits, the register moves towards its first bit, the surplus is the low bits of the last byte. OFB has one entry
  * point for both directions.
  *
- * Speed. The functions work on many blocks at a time where the mode allows it: ECB, deciphering CBC and deciphering CFB
- * with numbits = 8 * B.
+ * Speed. The functions work on many blocks at a time where the mode allows it: ECB, deciphering CBC and deciphering CFB.
  *
  * Strength. DES has 56 key bits and RC2 and RC5 possibly fewer; RC4's output is biased; blocks of 8 bytes leak after some
  * gigabytes under one key. No mode here notices a changed message. All but IDEA and RC5 look up tables at addresses that

@@ -122,11 +122,6 @@ private:
 
 }  // namespace
 
-const CSSM_KEY* key_of(const CspSession& session) noexcept {
-    const CSSM_CONTEXT_ATTRIBUTE* const attribute = find_attribute(session, CSP_ATTR_KEY);
-    return attribute == nullptr ? nullptr : attribute->Attribute.Key;
-}
-
 std::uint32_t stream(CspSession& session, CipherFn* operation, const CipherBuffers& buffers,
                      std::uint32_t* written) noexcept {
     return Stream(session, operation, buffers, written).run();

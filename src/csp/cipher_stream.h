@@ -9,9 +9,6 @@
 
 namespace morvane::csp {
 
-// The key of a session's context. Null, with CSP_ERR_NO_ATTRIBUTE stored, when it has none.
-const CSSM_KEY* key_of(const CspSession& session) noexcept;
-
 struct CipherBuffers {
     const CSSM_DATA* in;
     std::uint32_t in_count;

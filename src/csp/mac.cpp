@@ -1,6 +1,5 @@
 // CSP_GenerateMac* and CSP_VerifyMac*: message authentication codes over data in pieces.
 #include "base/bytes.h"
-#include "csp/cipher_stream.h"
 #include "csp/error.h"
 #include "csp/key_record.h"
 #include "csp/mac_table.h"

@@ -43,4 +43,9 @@ const CSSM_CONTEXT_ATTRIBUTE* find_attribute(const CspSession& session, std::uin
     return nullptr;
 }
 
+const CSSM_KEY* key_of(const CspSession& session) noexcept {
+    const CSSM_CONTEXT_ATTRIBUTE* const attribute = find_attribute(session, CSP_ATTR_KEY);
+    return attribute == nullptr ? nullptr : attribute->Attribute.Key;
+}
+
 }  // namespace morvane::csp

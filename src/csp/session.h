@@ -17,4 +17,7 @@ CspSession* resolve(CspHandle handle, const CSSM_CONTEXT* context) noexcept;
 // The first attribute of this type. Without one, stores CSP_ERR_NO_ATTRIBUTE and returns null.
 const CSSM_CONTEXT_ATTRIBUTE* find_attribute(const CspSession& session, std::uint32_t type) noexcept;
 
+// The key of a session's context. Null, with CSP_ERR_NO_ATTRIBUTE stored, when it has none.
+const CSSM_KEY* key_of(const CspSession& session) noexcept;
+
 }  // namespace morvane::csp

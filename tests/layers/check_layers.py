@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that #include arrows between the folders of src/ point one way, and that system headers stay in platform/.
+"""Checks that #include arrows between the folders of src/ point one way, that the companion stands on base alone, and that
+system headers stay in platform/.
 
 usage: check_layers.py ROOT
 """
@@ -9,7 +10,7 @@ import sys
 from pathlib import Path
 
 # A folder may include itself and the folders of the rows above its own.
-LAYERS = [{"base"}, {"cpu", "platform"}, {"hash", "cipher", "bignum"}, {"random"}, {"prime"}, {"asn1", "pk", "ecc"}, {"csp"},
+LAYERS = [{"base"}, {"cpu", "platform", "companion"}, {"hash", "cipher", "bignum"}, {"random"}, {"prime"}, {"asn1", "pk", "ecc"}, {"csp"},
           {"toolkit"}]
 # Within the row of public-key folders: the DER records know the key records, and signatures use the plain reader.
 WITHIN_A_ROW = {("asn1", "pk"), ("pk", "asn1"), ("ecc", "asn1")}
@@ -19,14 +20,14 @@ SYSTEM_HEADERS = re.compile(r"^(windows|unistd|fcntl|pthread|winver|bcrypt|sys/.
 def main(root):
     rank = {folder: i for i, row in enumerate(LAYERS) for folder in row}
     errors, files = [], 0
-    for path in sorted(Path(root, "src").rglob("*")):
+    for path in sorted([*Path(root, "src").rglob("*"), *Path(root, "companion").rglob("*")]):
         if path.suffix not in (".h", ".cpp"):
             continue
         files += 1
-        folder = path.relative_to(root).parts[1]
+        folder = path.relative_to(root).parts[1 if path.is_relative_to(Path(root, "src")) else 0]
         for target in re.findall(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', path.read_text(encoding="utf-8"), re.M):
             other = target.split("/")[0]
-            if target.startswith("tools/") or target.startswith("tests/"):
+            if other in ("tools", "tests") or (other == "companion" and folder != "companion"):
                 errors.append(f"{path}: includes {target}")
             elif other in rank and "/" in target and other != folder:
                 if rank[other] >= rank[folder] and (folder, other) not in WITHIN_A_ROW:
