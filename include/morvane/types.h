@@ -37,6 +37,13 @@
 extern "C" {
 #endif
 
+/* An integer of any size: 12 bytes in the 32-bit builds. bignum.h has its rules. */
+typedef struct ENUM {
+    uint32_t sign;   /* 0 zero or positive, 1 negative */
+    int32_t length;  /* words in use */
+    uint32_t* words; /* the magnitude, least significant word first */
+} ENUM;
+
 /* A data buffer: 8 bytes in the 32-bit builds. */
 typedef struct cssm_data {
     uint32_t Length; /* bytes */

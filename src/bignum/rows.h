@@ -1,0 +1,95 @@
+// One row of schoolbook arithmetic at a time, in plain C++. Every function takes n limbs, 0 included, and returns what goes
+// on to the limb above. Results may be operands.
+#pragma once
+
+#include "bignum/limb.h"
+
+namespace morvane::bignum {
+
+constexpr Limb high(DoubleLimb value) noexcept { return static_cast<Limb>(value >> kLimbBits); }
+constexpr Limb low(DoubleLimb value) noexcept { return static_cast<Limb>(value); }
+constexpr DoubleLimb wide(Limb limb) noexcept { return limb; }
+constexpr DoubleLimb join(Limb upper, Limb lower) noexcept { return wide(upper) << kLimbBits | lower; }
+
+// r = a + b + carry; the carry out.
+inline Limb add(LimbInWords* r, const LimbInWords* a, const LimbInWords* b, std::size_t n, Limb carry = 0) noexcept {
+    for (std::size_t i = 0; i < n; ++i) {
+        const DoubleLimb sum = wide(a[i]) + b[i] + carry;
+        r[i] = low(sum);
+        carry = high(sum);
+    }
+    return carry;
+}
+
+// r = a - b - borrow; the borrow out.
+inline Limb subtract(LimbInWords* r, const LimbInWords* a, const LimbInWords* b, std::size_t n, Limb borrow = 0) noexcept {
+    for (std::size_t i = 0; i < n; ++i) {
+        const DoubleLimb difference = wide(a[i]) - b[i] - borrow;
+        r[i] = low(difference);
+        borrow = high(difference) & 1;
+    }
+    return borrow;
+}
+
+// r = a w; the carry out.
+inline Limb multiply_row(LimbInWords* r, const LimbInWords* a, std::size_t n, Limb w) noexcept {
+    Limb carry = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        const DoubleLimb product = wide(a[i]) * w + carry;
+        r[i] = low(product);
+        carry = high(product);
+    }
+    return carry;
+}
+
+// r += a w; the carry out.
+inline Limb multiply_add_row(LimbInWords* r, const LimbInWords* a, std::size_t n, Limb w) noexcept {
+    Limb carry = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        const DoubleLimb sum = wide(a[i]) * w + r[i] + carry;
+        r[i] = low(sum);
+        carry = high(sum);
+    }
+    return carry;
+}
+
+// r -= a w; the borrow out, up to a whole limb.
+inline Limb multiply_subtract_row(LimbInWords* r, const LimbInWords* a, std::size_t n, Limb w) noexcept {
+    Limb borrow = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        const DoubleLimb product = wide(a[i]) * w + borrow;
+        borrow = high(product) + static_cast<Limb>(r[i] < low(product));
+        r[i] -= low(product);
+    }
+    return borrow;
+}
+
+// r = a shifted left by `bits`, fewer than a limb has; the bits that leave at the top.
+inline Limb shift_left(LimbInWords* r, const LimbInWords* a, std::size_t n, unsigned bits) noexcept {
+    Limb out = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        const DoubleLimb shifted = wide(a[i]) << bits | out;
+        r[i] = low(shifted);
+        out = high(shifted);
+    }
+    return out;
+}
+
+// r = a shifted right by `bits`, fewer than a limb has; `in` enters at the top.
+inline void shift_right(LimbInWords* r, const LimbInWords* a, std::size_t n, unsigned bits, Limb in = 0) noexcept {
+    for (std::size_t i = n; i-- > 0;) {
+        const Limb limb = a[i];
+        r[i] = low(join(in, limb) >> bits);
+        in = limb;
+    }
+}
+
+// The order of magnitudes: below 0, 0 or above 0.
+inline int compare(const LimbInWords* a, const LimbInWords* b, std::size_t n) noexcept {
+    for (std::size_t i = n; i-- > 0;) {
+        if (a[i] != b[i]) return a[i] < b[i] ? -1 : 1;
+    }
+    return 0;
+}
+
+}  // namespace morvane::bignum
