@@ -4,8 +4,6 @@
 #include "rows.h"
 
 #include <algorithm>
-#include <cstring>
-#include <iterator>
 #include <memory>
 #include <span>
 
@@ -29,8 +27,8 @@ inline constexpr Operation kInverse{"inverse", kUsualBits};    // 1 / a modulo m
 inline constexpr Operation kGcd{"gcd", kUsualBits};            // of a and b
 inline constexpr Operation kModExp{"modexp", kModulusBits};    // a^b modulo m
 
-// The same for every library. All are odd and have as many bits as the row says, a of a quotient twice as many. a and b are
-// below m; a and m have no common divisor.
+// The same for every library. All are odd and have as many bits as the row says, but a lengths_of_a times as many; of one
+// length, a and b are below m.
 struct Operands {
     Octets a, b, m;
 };

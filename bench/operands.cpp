@@ -17,8 +17,7 @@ Octets odd_number(std::mt19937& generator, std::size_t bits, std::uint8_t second
 }  // namespace
 
 Operands operands_of(const Operation& operation, std::size_t bits) {
-    // Moved on from `bits` itself until no size had a common divisor of a and m; where there were one, no library would
-    // have an inverse and the check of the results would end.
+    // With these seeds every inverse exists.
     std::mt19937 generator(static_cast<std::uint32_t>(bits));
     Operands operands;
     operands.m = odd_number(generator, bits, 0x40);
