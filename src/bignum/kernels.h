@@ -19,6 +19,11 @@ void square(LimbInWords* r, const LimbInWords* a, std::size_t n) noexcept;
 // u_size is at least d_size.
 void divide(Limb* q, Limb* u, std::size_t u_size, const Limb* d, std::size_t d_size) noexcept;
 
+// r = t / 2^(kLimbBits n) mod m, below m, for the 2 n limbs of t, which are used up. m is odd, t below 2^(kLimbBits n) m;
+// minus_inverse is -1 / m modulo 2^kLimbBits. r may be the lower half of t, but no part of the upper one. The time does not
+// depend on t.
+void montgomery_reduce(Limb* r, Limb* t, const Limb* m, std::size_t n, Limb minus_inverse) noexcept;
+
 // The greatest common divisor of u and v, both of `size` limbs, at least one of them not 0. Left in u, whose other limbs
 // are 0; v is used up. Variable time.
 void gcd_vt(Limb* u, Limb* v, std::size_t size) noexcept;

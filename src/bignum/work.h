@@ -27,6 +27,7 @@ public:
     explicit operator bool() const noexcept { return items_ != nullptr; }
 
     Item* get() noexcept { return items_; }
+    const Item* get() const noexcept { return items_; }
     Item& operator[](std::size_t i) noexcept { return items_[i]; }
     std::size_t size() const noexcept { return size_; }
 

@@ -44,7 +44,10 @@ Features detect() noexcept {
     if (has(ebx, 3) && has(ebx, 8)) result |= kBmi2;
     if (has(ebx, 5) && (state & kYmmState) == kYmmState) result |= kAvx2;
     const bool avx512 = has(ebx, 16) && has(ebx, 17) && has(ebx, 30) && has(ebx, 31);
-    if (avx512 && (state & kZmmState) == kZmmState) result |= kAvx512;
+    if (avx512 && (state & kZmmState) == kZmmState) {
+        result |= kAvx512;
+        if (has(ebx, 21)) result |= kIfma;
+    }
     return result;
 }
 

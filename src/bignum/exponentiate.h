@@ -1,0 +1,103 @@
+// Exponentiation in a ring of residues, whoever computes in it.
+//
+// Left to right with fixed windows. Each window costs the same products whatever its bits are, and its factor is picked
+// from the table by reading all of the table, so that the time and the memory touched tell only the exponent's length.
+#pragma once
+
+#include "bignum/limb.h"
+#include "bignum/work.h"
+
+#include <algorithm>
+#include <array>
+#include <concepts>
+#include <span>
+
+namespace morvane::bignum {
+
+// A ring computes in kStreams residue systems at once, each with a modulus of its own. An element has size() items for each
+// stream, one stream after the other. Results may be operands.
+template <typename R>
+concept Ring = requires(const R& ring, typename R::Item* r, const typename R::Item* a, const std::size_t* indices) {
+    { R::kStreams } -> std::convertible_to<std::size_t>;
+    { ring.size() } -> std::same_as<std::size_t>;
+    ring.set_one(r);
+    ring.multiply(r, a, a);
+    ring.square(r, a);
+    ring.select(r, a, std::size_t{}, indices);  // r = of each stream, the indexed element of a table; all of it is read
+};
+
+// r = the table's element of `index`, all of the table being read.
+template <typename Item>
+[[gnu::always_inline]] inline void select_masked(Item* r, const Item* table, std::size_t entries, std::size_t stride,
+                                                 std::size_t size, std::size_t index) noexcept {
+    std::fill_n(r, size, 0);
+    for (std::size_t entry = 0; entry < entries; ++entry) {
+        const std::size_t difference = entry ^ index;
+        Item mask = Item{0} - static_cast<Item>((difference - 1) >> (8 * sizeof difference - 1));  // all ones if equal
+        asm("" : "+r"(mask));
+        for (std::size_t i = 0; i < size; ++i) r[i] |= table[entry * stride + i] & mask;
+    }
+}
+
+inline constexpr std::size_t kTableItems = 32 * 6 * 8;  // of 2400 bits, in limbs of 52
+
+// x = x^exponent, each stream with its own; these are equally long, and not empty. False if there is no memory.
+template <Ring R>
+bool exponentiate(const R& ring, typename R::Item* x,
+                  const std::array<std::span<const Word>, R::kStreams>& exponents) noexcept {
+    using Item = typename R::Item;
+    constexpr std::size_t kStreams = R::kStreams;
+    const std::size_t size = kStreams * ring.size();
+    const std::size_t bits = 32 * exponents[0].size();
+
+    // More bits a window do not pay: the table would be larger than what its reading may cost.
+    const std::size_t window = bits <= 384 ? 4 : 5;
+    const std::size_t entries = std::size_t{1} << window;
+    Work<Item, kStreams * kTableItems> table(entries * size);
+    Work<Item, kStreams * kTableItems / 32> factor(size);
+    if (!table || !factor) return false;
+    const auto entry = [&](std::size_t i) { return table.get() + i * size; };
+    ring.set_one(entry(0));
+    std::copy_n(x, size, entry(1));
+    for (std::size_t i = 2; i < entries; i += 2) {
+        ring.square(entry(i), entry(i / 2));
+        ring.multiply(entry(i + 1), entry(i), x);
+    }
+
+    const auto select = [&](Item* r, std::size_t position) {
+        std::array<std::size_t, kStreams> indices{};
+        for (std::size_t s = 0; s < kStreams; ++s) {
+            const std::span<const Word> e = exponents[s];
+            const Word above = position / 32 + 1 < e.size() ? e[position / 32 + 1] : 0;
+            const std::uint64_t pair = std::uint64_t{above} << 32 | e[position / 32];
+            indices[s] = static_cast<std::size_t>(pair >> position % 32) & (entries - 1);
+        }
+        ring.select(r, table.get(), entries, indices.data());
+    };
+    std::size_t position = (bits - 1) / window * window;
+    select(x, position);
+    while (position != 0) {
+        position -= window;
+        for (std::size_t i = 0; i < window; ++i) ring.square(x, x);
+        select(factor.get(), position);
+        ring.multiply(x, x, factor.get());
+    }
+    return true;
+}
+
+// The same for an exponent of one word that everybody may know, not 0.
+template <Ring R>
+bool exponentiate_vt(const R& ring, typename R::Item* x, Word exponent) noexcept {
+    using Item = typename R::Item;
+    const std::size_t size = R::kStreams * ring.size();
+    Work<Item, R::kStreams * kTableItems / 32> base(size);
+    if (!base) return false;
+    std::copy_n(x, size, base.get());
+    for (Word bit = std::bit_floor(exponent) >> 1; bit != 0; bit >>= 1) {
+        ring.square(x, x);
+        if ((exponent & bit) != 0) ring.multiply(x, x, base.get());
+    }
+    return true;
+}
+
+}  // namespace morvane::bignum

@@ -1,0 +1,20 @@
+#include "bignum/kernels.h"
+#include "bignum/rows.h"
+
+namespace morvane::bignum {
+
+void montgomery_reduce(Limb* r, Limb* t, const Limb* m, std::size_t n, Limb minus_inverse) noexcept {
+    Limb top = 0;  // of the sum so far, one limb above t
+    for (std::size_t i = 0; i < n; ++i) {
+        const Limb carry = multiply_add_row(t + i, m, n, t[i] * minus_inverse);
+        const DoubleLimb sum = wide(t[i + n]) + carry + top;
+        t[i + n] = low(sum);
+        top = high(sum);
+    }
+    // The upper half is below 2 m. The difference is kept where it did not borrow, or where the sum had the limb on top.
+    const Limb borrow = subtract(r, t + n, m, n);
+    const Limb keep_sum = Limb{0} - (borrow & ~top & 1);
+    for (std::size_t i = 0; i < n; ++i) r[i] ^= (r[i] ^ t[i + n]) & keep_sum;
+}
+
+}  // namespace morvane::bignum

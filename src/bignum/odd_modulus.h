@@ -1,0 +1,58 @@
+// An odd modulus and Montgomery's reduction by it, in limbs.
+//
+// P. Montgomery, Modular multiplication without trial division, 1985.
+#pragma once
+
+#include "bignum/kernels.h"
+#include "bignum/product.h"
+#include "bignum/work.h"
+
+#include <algorithm>
+#include <span>
+
+namespace morvane::bignum {
+
+// 1 / x modulo 2^64, for an odd x. Each step doubles the bits that are right; x itself has three.
+constexpr std::uint64_t inverse_of_odd(std::uint64_t x) noexcept {
+    std::uint64_t inverse = x;
+    for (int bits = 3; bits < 64; bits *= 2) inverse *= 2 - x * inverse;
+    return inverse;
+}
+static_assert(0xfedcba9876543211U * inverse_of_odd(0xfedcba9876543211U) == 1);
+
+class OddModulus {
+public:
+    // `words` has no zero at the top, and stays where it is. The modulus is extended to `size` limbs, no fewer than its
+    // own.
+    OddModulus(std::span<const Word> words, std::size_t size) noexcept : words_(words), limbs_(size) {
+        if (!limbs_) return;
+        std::fill_n(limbs_.get(), size, 0);
+        load_limbs(limbs_.get(), words.data(), words.size());
+        const Limb lowest = limbs_[0];
+        minus_inverse_ = Limb{0} - static_cast<Limb>(inverse_of_odd(lowest));
+    }
+
+    explicit operator bool() const noexcept { return static_cast<bool>(limbs_); }
+    std::size_t size() const noexcept { return limbs_.size(); }
+    const Limb* limbs() const noexcept { return limbs_.get(); }
+    std::span<const Word> words() const noexcept { return words_; }
+
+    // r = t / B^size mod m for the 2 * size limbs of t, which are used up; t is below m B^size.
+    void reduce(Limb* r, Limb* t) const noexcept { montgomery_reduce(r, t, limbs_.get(), limbs_.size(), minus_inverse_); }
+
+    // r = 2^bits mod m, as many words as the modulus has. False if there is no memory.
+    bool power_of_two(Word* r, std::size_t bits) const noexcept {
+        WorkWords power(std::max(bits / 32 + 1, words_.size()));
+        if (!power) return false;
+        std::fill_n(power.get(), power.size(), 0);
+        power[bits / 32] = Word{1} << bits % 32;
+        return divide_words(nullptr, r, {power.get(), power.size()}, words_);
+    }
+
+private:
+    std::span<const Word> words_;
+    WorkLimbs limbs_;
+    Limb minus_inverse_ = 0;
+};
+
+}  // namespace morvane::bignum
