@@ -50,7 +50,7 @@ template <typename Item>
     }
 }
 
-inline constexpr std::size_t kTableItems = 32 * 6 * 8;  // of 2400 bits, in limbs of 52
+inline constexpr std::size_t kTableItems = kMaxEntries * 6 * 8;  // of 2400 bits, in limbs of 52
 
 // x = x^exponent, each stream with its own; these are equally long, and not empty. False if there is no memory.
 template <Ring R>
