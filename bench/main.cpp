@@ -17,6 +17,7 @@ namespace {
 
 using namespace morvane::bench;
 
+constexpr bool kBaselineHasSse2 = sizeof(void*) == 8;  // every x86-64 processor has it, not every i386
 constexpr std::size_t kSizes[] = {64, 16384};
 constexpr std::size_t kCheckedBytes = 1008;  // whole blocks of every cipher, no whole block of any digest
 constexpr std::size_t kLongestDigest = 64;
@@ -26,10 +27,12 @@ Rows all_rows([[maybe_unused]] bool portable) {
     add_ours(all);
     add_our_ciphers(all);
     add_streams(all);
+    add_our_numbers(all);
 #if defined(WITH_OPENSSL)
     add_openssl(all);
     add_openssl_ciphers(all);
     add_openssl_low_ciphers(all);
+    add_openssl_numbers(all);
 #endif
 #if defined(WITH_NETTLE)
     add_nettle(all);
@@ -38,17 +41,23 @@ Rows all_rows([[maybe_unused]] bool portable) {
 #if defined(WITH_GCRYPT)
     add_gcrypt(all, portable);
     add_gcrypt_ciphers(all);
+    add_gcrypt_numbers(all);
 #endif
 #if defined(WITH_BOTAN)
     add_botan(all, portable);
     add_botan_ciphers(all);
+    add_botan_numbers(all);
 #endif
 #if defined(WITH_CRYPTOPP)
     if (!portable) add_cryptopp(all);  // cannot be told
     add_cryptopp_ciphers(all);         // these use no extensions
+    if (!portable || kBaselineHasSse2) add_cryptopp_numbers(all);
 #endif
 #if defined(WITH_RHASH)
     add_rhash(all);
+#endif
+#if defined(WITH_GMP)
+    if (!portable || kBaselineHasSse2) add_gmp_numbers(all);
 #endif
     return all;
 }
@@ -67,7 +76,7 @@ std::vector<std::uint8_t> message_of(std::size_t size) {
 std::vector<std::uint8_t> result_of(const Row& row, const std::vector<std::uint8_t>& message) {
     std::vector<std::uint8_t> result(std::max(message.size(), kLongestDigest));
     row.run(result.data(), message.data(), message.size());
-    return result;
+    return row.result ? row.result() : result;
 }
 
 // Whoever computes something else is no peer. Each result is taken twice: a context used again must give the same, or go on
@@ -84,7 +93,9 @@ void require_equal_results(const Rows& all) {
             if (row.kind == Kind::kKey) continue;
             if (row.library == kOurs && row.primitive == "hmac-sha1") continue;  // the MAC is one of our own
             std::vector<std::uint8_t> result = result_of(row, message);
-            const auto& [primitive, first] = *firsts.try_emplace(row.primitive, First{&row, result}).first;
+            std::string name = row.primitive;
+            if (row.bits != 0) name.append("/").append(std::to_string(row.bits));
+            const auto& [primitive, first] = *firsts.try_emplace(name, First{&row, result}).first;
             if (result == first.result) continue;
             std::fprintf(stderr, "%s: %s and %s differ\n", primitive.c_str(), row.library.c_str(),
                          first.row->library.c_str());
@@ -101,12 +112,12 @@ void measure(benchmark::State& state, const Row& row, std::size_t size) {
         benchmark::DoNotOptimize(result.data());
         benchmark::ClobberMemory();
     }
-    if (row.kind == Kind::kKey) {
+    if (row.kind == Kind::kKey || row.kind == Kind::kNumber) {
         state.SetItemsProcessed(state.iterations());
     } else {
         state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(size));
     }
-    constexpr const char* kKinds[] = {"digest", "cipher", "key"};
+    constexpr const char* kKinds[] = {"digest", "cipher", "key", "number"};
     state.SetLabel(std::string(kKinds[static_cast<int>(row.kind)]) + (row.assembler ? " assembler" : ""));
 }
 
@@ -120,11 +131,7 @@ void add_benchmark(const Row& row, const std::string& message, std::size_t size)
 int main(int argc, char** argv) {
     const bool portable = argc > 1 && std::strcmp(argv[1], "--portable") == 0;
     if (portable) {
-#if defined(__x86_64__)
-        morvane::cpu::limit_features(morvane::cpu::kSse2);  // every x86-64 processor has it
-#else
-        morvane::cpu::limit_features(morvane::cpu::kNone);
-#endif
+        morvane::cpu::limit_features(kBaselineHasSse2 ? morvane::cpu::kSse2 : morvane::cpu::kNone);
         argv[1] = argv[0];
         ++argv;
         --argc;
@@ -138,6 +145,8 @@ int main(int argc, char** argv) {
         if (!ours_has_it) continue;
         if (row.kind == Kind::kKey) {
             add_benchmark(row, "key", 0);
+        } else if (row.kind == Kind::kNumber) {
+            add_benchmark(row, std::to_string(row.bits), 0);
         } else {
             for (const std::size_t size : kSizes) add_benchmark(row, std::to_string(size), size);
         }

@@ -1,4 +1,4 @@
-// What is measured: digests, ciphers in their modes and key set-ups, of this library and of public ones.
+// What is measured: digests, ciphers in their modes, key set-ups and big numbers, of this library and of public ones.
 #pragma once
 
 #include <cstddef>
@@ -21,22 +21,28 @@ enum class Kind {
     kDigest,  // out is the digest
     kCipher,  // out has the message's length, a multiple of every block
     kKey,     // one key schedule made; message and out are not used
+    kNumber,  // one operation on numbers; message and out are not used
 };
 
 // One operation of one library. A whole message at a call, by the library's fastest documented way; what can be set up once
 // is set up once.
 struct Row {
-    std::string primitive;  // sha1, hmac-sha1, ...; des-cbc-enc, rc4, ...; of a key set-up the cipher: des
+    std::string primitive;  // sha1, hmac-sha1, ...; des-cbc-enc, rc4, ...; of a key set-up the cipher: des;
+                            // of numbers the operation: multiply
     std::string library;
     std::function<void(std::uint8_t* out, const std::uint8_t* message, std::size_t size)> run;
     Kind kind = Kind::kDigest;
     bool assembler = false;  // known to be written for x86-64, in assembler or SSE2, and not to be switched off
+    // Of numbers: their size, and what the last run came to, as octets in the same form for every library.
+    std::size_t bits = 0;
+    std::function<std::vector<std::uint8_t>()> result{};
 };
 
 using Rows = std::vector<Row>;
 
 void add_ours(Rows& all);
 void add_our_ciphers(Rows& all);
+void add_our_numbers(Rows& all);
 // Their peer is this library's own mode function, "direct".
 void add_streams(Rows& all);
 
@@ -48,6 +54,7 @@ void add_gcrypt(Rows& all, bool portable);
 void add_botan(Rows& all, bool portable);
 void add_cryptopp(Rows& all);
 void add_rhash(Rows& all);
+void add_gmp_numbers(Rows& all);
 
 // To be called after the ones above.
 void add_openssl_ciphers(Rows& all);
@@ -56,5 +63,9 @@ void add_nettle_ciphers(Rows& all);
 void add_gcrypt_ciphers(Rows& all);
 void add_botan_ciphers(Rows& all);
 void add_cryptopp_ciphers(Rows& all);
+void add_openssl_numbers(Rows& all);
+void add_gcrypt_numbers(Rows& all);
+void add_botan_numbers(Rows& all);
+void add_cryptopp_numbers(Rows& all);
 
 }  // namespace morvane::bench

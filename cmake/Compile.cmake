@@ -44,7 +44,9 @@ endif()
 
 add_library(morvane_core_rules INTERFACE)
 target_link_libraries(morvane_core_rules INTERFACE morvane_compile)
-target_compile_options(morvane_core_rules INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti>)
+# A template argument loses the attribute by which limbs may lie in an array of words; for a function's type it means nothing.
+target_compile_options(morvane_core_rules INTERFACE
+  $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti -Wno-ignored-attributes>)
 if(MORVANE_SANITIZE)
   target_compile_options(morvane_core_rules INTERFACE -fno-sanitize=vptr)
 endif()

@@ -36,6 +36,33 @@ locked() { (cd "$repo" && mkdir -p build && flock build/.lock "$@"); }
 configure() { quietly "$1-configure" locked cmake --preset "$@"; }
 build() { quietly "$1-build" locked cmake --build --preset "$@"; }
 
+# download_i386 FOLDER NAME PACKAGE...: Debian's packages for i386, with all that they need, to FOLDER/archives. NAME is that
+# of the logs.
+#
+# An apt of its own does it that believes in an empty i386 machine: that needs neither root nor i386 as a foreign architecture
+# of this machine. It takes the machine's own mirror, of the main pocket only: the i386 lists of the others are at times older
+# than their signature.
+download_i386() {
+    local state=$1 name=$2 release mirror
+    shift 2
+    # shellcheck source=/dev/null
+    release=$(source /etc/os-release && [[ $ID == debian ]] && printf '%s' "${VERSION_CODENAME-}")
+    [[ -n $release ]] || die "the i386 packages are Debian's, and this machine runs another system"
+    mkdir -p "$state"/{lists,archives}/partial
+    touch "$state/status"
+    # shellcheck disable=SC2016 # apt's variables, not the shell's
+    mirror=$(apt-get indextargets --format '$(RELEASE)|$(CODENAME)|$(COMPONENT)|$(REPO_URI)' 'Created-By: Packages' |
+        awk -F'|' -v suite="$release" '($1 == suite || $2 == suite) && $3 == "main" { print $4; exit }')
+    [[ -n $mirror ]] || die "no source of $release main among the package sources of apt"
+    printf 'deb [arch=i386 signed-by=%s] %s %s main\n' \
+        /usr/share/keyrings/debian-archive-keyring.gpg "$mirror" "$release" >"$state/sources.list"
+    local apt=(apt-get -q -o APT::Architecture=i386 -o APT::Architectures::=i386 -o Dir::State="$state"
+        -o Dir::State::status="$state/status" -o Dir::Cache="$state" -o Dir::Etc::sourcelist="$state/sources.list"
+        -o Dir::Etc::sourceparts=- -o APT::Sandbox::User=)
+    quietly "$name-update" "${apt[@]}" update &&
+        quietly "$name-download" "${apt[@]}" install -y --no-install-recommends --download-only "$@"
+}
+
 # Every file that is tracked or about to be, relative to the repository; in an unpacked archive, every file but the build.
 source_files() {
     cd "$repo" || return

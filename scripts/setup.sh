@@ -10,7 +10,9 @@ declare -A packages=(
         g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-i686-dev clang lld"
     [wine]="libc6-i386 debian-archive-keyring"
     [lint]="clang-format clang-tidy shellcheck git"
-    [bench]="pkg-config libbenchmark-dev libssl-dev nettle-dev libgcrypt20-dev libbotan-2-dev libcrypto++-dev librhash-dev"
+    [bench]="pkg-config libbenchmark-dev libssl-dev nettle-dev libgcrypt20-dev libbotan-2-dev libcrypto++-dev librhash-dev
+        libgmp-dev"
+    [bench-i386]="pkg-config g++-multilib libc6-dev-i386 debian-archive-keyring"
 )
 
 wanted=()

@@ -11,10 +11,6 @@ complete() { [[ -x $root/usr/lib/wine/wine && -e $root/prefix/system.reg ]]; }
 if complete; then exit 0; fi
 
 "$repo/scripts/setup.sh" wine
-# shellcheck source=/dev/null
-source /etc/os-release
-[[ $ID == debian && -n ${VERSION_CODENAME-} ]] || die "Wine is taken from Debian's packages, and this machine runs $ID"
-
 mkdir -p "${root%/*}"
 exec {lock}>"$root.lock"
 flock "$lock"
@@ -23,27 +19,10 @@ if complete; then exit 0; fi
 partial=$root.partial
 rm -rf "$partial"
 
-# An apt of its own that believes in an empty i386 machine. It takes the machine's own mirror, of the main pocket only:
-# the i386 lists of the others are at times older than their signature.
-state=$partial/apt
-mkdir -p "$state"/{lists,archives}/partial
-touch "$state/status"
-# shellcheck disable=SC2016 # apt's variables, not the shell's
-mirror=$(apt-get indextargets --format '$(RELEASE)|$(CODENAME)|$(COMPONENT)|$(REPO_URI)' 'Created-By: Packages' |
-    awk -F'|' -v suite="$VERSION_CODENAME" '($1 == suite || $2 == suite) && $3 == "main" { print $4; exit }')
-[[ -n $mirror ]] || die "no source of $VERSION_CODENAME main among the package sources of apt"
-printf 'deb [arch=i386 signed-by=%s] %s %s main\n' \
-    /usr/share/keyrings/debian-archive-keyring.gpg "$mirror" "$VERSION_CODENAME" >"$state/sources.list"
-apt_i386() {
-    apt-get -q -o APT::Architecture=i386 -o APT::Architectures::=i386 -o Dir::State="$state" \
-        -o Dir::State::status="$state/status" -o Dir::Cache="$state" -o Dir::Etc::sourcelist="$state/sources.list" \
-        -o Dir::Etc::sourceparts=- -o APT::Sandbox::User= "$@"
-}
-
 say "making the Wine root in $root (about half a minute)"
-cannot="Wine's packages could not be downloaded; once the network and apt work, run scripts/wine-root.sh again"
-quietly wine-update apt_i386 update || die "$cannot"
-quietly wine-download apt_i386 install -y --no-install-recommends --download-only wine32 || die "$cannot"
+state=$partial/apt
+download_i386 "$state" wine wine32 ||
+    die "Wine's packages could not be downloaded; once the network and apt work, run scripts/wine-root.sh again"
 for package in "$state"/archives/*.deb; do
     dpkg-deb -x "$package" "$partial"
 done

@@ -14,6 +14,7 @@ void add_botan(Rows& all, bool portable) {
                                Botan::CPUID::CPUID_BMI2_BIT, Botan::CPUID::CPUID_SHA_BIT}) {
             Botan::CPUID::clear_cpuid_bit(bit);
         }
+        if (sizeof(void*) == 4) Botan::CPUID::clear_cpuid_bit(Botan::CPUID::CPUID_SSE2_BIT);
     }
     constexpr struct {
         const char* primitive;

@@ -1,5 +1,6 @@
 // Long division by limbs: Knuth, The Art of Computer Programming, volume 2, 4.3.1, algorithm D, with the quotient digits
 // from a reciprocal: Moller and Granlund, Improved division by invariant integers, algorithms 4 and 5 (3 limbs by 2).
+#include "bignum/kernel_variants.h"
 #include "bignum/kernels.h"
 #include "bignum/rows.h"
 
@@ -60,11 +61,12 @@ void divide(Limb* q, Limb* u, std::size_t u_size, const Limb* d, std::size_t d_s
     // A divisor of one limb divides like one with a limb 0 below.
     const auto third = [d_size](const Limb* top) { return d_size > 1 ? top[-2] : 0; };
     const Divisor divisor(d[d_size - 1], third(d + d_size));
+    RowFn* const subtract_row = multiply_subtract_variants.get();
     for (std::size_t j = u_size - d_size; j-- > 0;) {
         Limb* const top = u + j + d_size;
         const bool overflows = top[0] == divisor.d1 && d_size > 1 && top[-1] == divisor.d0;
         Limb digit = overflows ? ~Limb{0} : divisor.quotient(top[0], top[-1], third(top));
-        const Limb borrow = multiply_subtract_row(u + j, d, d_size, digit);
+        const Limb borrow = subtract_row(u + j, d, d_size, digit);
         if (top[0] < borrow) {  // the limbs below made the estimate one too large
             --digit;
             add(u + j, u + j, d, d_size);

@@ -26,16 +26,27 @@ concept Ring = requires(const R& ring, typename R::Item* r, const typename R::It
     ring.select(r, a, std::size_t{}, indices);  // r = of each stream, the indexed element of a table; all of it is read
 };
 
-// r = the table's element of `index`, all of the table being read.
+inline constexpr std::size_t kMaxEntries = 32;
+
+// r = the table's element of `index`, all of the table being read. Elements are `stride` items apart.
 template <typename Item>
 [[gnu::always_inline]] inline void select_masked(Item* r, const Item* table, std::size_t entries, std::size_t stride,
                                                  std::size_t size, std::size_t index) noexcept {
-    std::fill_n(r, size, 0);
+    Item masks[kMaxEntries];
     for (std::size_t entry = 0; entry < entries; ++entry) {
         const std::size_t difference = entry ^ index;
-        Item mask = Item{0} - static_cast<Item>((difference - 1) >> (8 * sizeof difference - 1));  // all ones if equal
-        asm("" : "+r"(mask));
-        for (std::size_t i = 0; i < size; ++i) r[i] |= table[entry * stride + i] & mask;
+        masks[entry] = Item{0} - static_cast<Item>((difference - 1) >> (8 * sizeof difference - 1));  // all ones if equal
+        asm("" : "+r"(masks[entry]));  // otherwise the compiler may find out that one entry is enough
+    }
+    constexpr std::size_t kAtOnce = 8;
+    for (std::size_t at = 0; at < size; at += kAtOnce) {
+        const std::size_t count = std::min(kAtOnce, size - at);
+        Item chosen[kAtOnce] = {};
+        for (std::size_t entry = 0; entry < entries; ++entry) {
+            const Item* const element = table + entry * stride + at;
+            for (std::size_t i = 0; i < count; ++i) chosen[i] |= element[i] & masks[entry];
+        }
+        std::copy_n(chosen, count, r + at);
     }
 }
 
@@ -52,7 +63,7 @@ bool exponentiate(const R& ring, typename R::Item* x,
 
     // More bits a window do not pay: the table would be larger than what its reading may cost.
     const std::size_t window = bits <= 384 ? 4 : 5;
-    const std::size_t entries = std::size_t{1} << window;
+    const std::size_t entries = std::size_t{1} << window;  // up to kMaxEntries
     Work<Item, kStreams * kTableItems> table(entries * size);
     Work<Item, kStreams * kTableItems / 32> factor(size);
     if (!table || !factor) return false;

@@ -1,15 +1,16 @@
 // Products and squares by the schoolbook, row by row.
-#include "bignum/kernels.h"
+#include "bignum/kernel_variants.h"
 #include "bignum/rows.h"
 
 namespace morvane::bignum {
 
-void multiply(LimbInWords* r, const LimbInWords* a, std::size_t a_size, const LimbInWords* b, std::size_t b_size) noexcept {
+void multiply_plain(LimbInWords* r, const LimbInWords* a, std::size_t a_size, const LimbInWords* b,
+                    std::size_t b_size) noexcept {
     r[a_size] = multiply_row(r, a, a_size, b[0]);
     for (std::size_t j = 1; j < b_size; ++j) r[j + a_size] = multiply_add_row(r + j, a, a_size, b[j]);
 }
 
-void square(LimbInWords* r, const LimbInWords* a, std::size_t n) noexcept {
+void square_plain(LimbInWords* r, const LimbInWords* a, std::size_t n) noexcept {
     // Each product of two different limbs once, the whole doubled, then the squares of the limbs.
     r[0] = 0;
     r[2 * n - 1] = 0;

@@ -42,6 +42,7 @@ Features detect() noexcept {
     if (__get_cpuid_count(7, 0, &eax, &ebx, &ecx, &edx) == 0) return result;
     if (has(ebx, 29)) result |= kSha;
     if (has(ebx, 3) && has(ebx, 8)) result |= kBmi2;
+    if (has(ebx, 19)) result |= kAdx;
     if (has(ebx, 5) && (state & kYmmState) == kYmmState) result |= kAvx2;
     const bool avx512 = has(ebx, 16) && has(ebx, 17) && has(ebx, 30) && has(ebx, 31);
     if (avx512 && (state & kZmmState) == kZmmState) {

@@ -1,0 +1,47 @@
+#include "numbers.h"
+
+#include <cryptopp/integer.h>
+#include <cryptopp/modarith.h>
+
+namespace morvane::bench {
+namespace {
+
+using CryptoPP::Integer;
+
+Integer number_of(const Octets& octets) { return Integer(octets.data(), octets.size()); }
+
+struct Numbers {
+    explicit Numbers(const Operands& from)
+        : a(number_of(from.a)), b(number_of(from.b)), m(number_of(from.m)), montgomery(m) {}
+
+    std::vector<Octets> results() const {
+        std::vector<Octets> both;
+        for (const Integer* number : {&r, &s}) {
+            both.emplace_back(number->MinEncodedSize());
+            number->Encode(both.back().data(), both.back().size());
+        }
+        return both;
+    }
+
+    Integer a, b, m, r, s;
+    CryptoPP::MontgomeryRepresentation montgomery;
+};
+
+template <typename Work>
+void add(Rows& all, const Operation& operation, Work work) {
+    add_operation<Numbers>(all, operation, "cryptopp", work);
+}
+
+}  // namespace
+
+void add_cryptopp_numbers(Rows& all) {
+    add(all, kMultiply, [](Numbers& n) { n.r = n.a * n.b; });
+    add(all, kSquare, [](Numbers& n) { n.r = n.a.Squared(); });
+    add(all, kDivide, [](Numbers& n) { Integer::Divide(n.s, n.r, n.a, n.b); });
+    add(all, kInverse, [](Numbers& n) { n.r = n.a.InverseMod(n.m); });
+    add(all, kGcd, [](Numbers& n) { n.r = Integer::Gcd(n.a, n.b); });
+    add(all, kModExp,
+        [](Numbers& n) { n.r = n.montgomery.ConvertOut(n.montgomery.Exponentiate(n.montgomery.ConvertIn(n.a), n.b)); });
+}
+
+}  // namespace morvane::bench
