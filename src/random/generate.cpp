@@ -1,6 +1,8 @@
 // E_GenerateRandom and EN_GenerateRandom: the digest chain or the DES generator, by a number.
 #include <morvane/random.h>
 
+#include <cstdint>
+
 void E_GenerateRandom(std::uint8_t* octets, std::uint32_t count, std::uint32_t mode) {
     if (mode == 0) {
         E_GenerateRandom_MD5(octets, count);
