@@ -426,7 +426,6 @@ TEST(CspEncrypt, FinalChecksInOrderAndCanBeRepeated) {
         EXPECT_FAILS(stream.final(&output), CSP_ERR_BAD_DATA);
         output = {7, room.data()};
         EXPECT_FAILS(stream.final(&output), CSP_ERR_OUTPUT_TOO_SHORT);
-        EXPECT_FAILS(stream.final(&by_library), CSP_ERR_PRIMITIVE_FAILED);
         stream.attributes[3].Attribute.Uint32 = 6;
         stream.attributes[0].AttributeType = 0;
         EXPECT_FAILS(stream.final(&by_library), CSP_ERR_PRIMITIVE_FAILED);  // the key is gone
