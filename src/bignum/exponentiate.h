@@ -50,7 +50,7 @@ template <typename Item>
     }
 }
 
-inline constexpr std::size_t kTableItems = 32 * 6 * 8;  // of 2400 bits, in limbs of 52
+inline constexpr std::size_t kTableItems = kMaxEntries * 6 * 8;  // of 2400 bits, in limbs of 52
 
 // x = x^exponent, each stream with its own; these are equally long, and not empty. False if there is no memory.
 template <Ring R>
@@ -62,7 +62,7 @@ bool exponentiate(const R& ring, typename R::Item* x,
     const std::size_t bits = 32 * exponents[0].size();
 
     // More bits a window do not pay: the table would be larger than what its reading may cost.
-    const std::size_t window = bits <= 384 ? 4 : 5;
+    const std::size_t window = bits <= 512 ? 4 : 5;
     const std::size_t entries = std::size_t{1} << window;  // up to kMaxEntries
     Work<Item, kStreams * kTableItems> table(entries * size);
     Work<Item, kStreams * kTableItems / 32> factor(size);

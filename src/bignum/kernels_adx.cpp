@@ -14,8 +14,9 @@ using morvane::bignum::LimbInWords;
 void morvane_adx_multiply_add_blocks(LimbInWords* t, Limb* carry, const LimbInWords* a, std::size_t blocks,
                                      const LimbInWords* b) noexcept;
 
-// One block of factors f, so that t + f m has a lowest block of 0; the block above it replaces that of t.
-void morvane_adx_reduce_block(Limb* factors, const Limb* m, Limb* t, Limb minus_inverse) noexcept;
+// t += f m with the one block of factors f that makes the lowest block 0. t has as many blocks as m; the block that belongs
+// above them is left in the lowest.
+void morvane_adx_reduce_blocks(Limb* t, const Limb* m, std::size_t blocks, Limb minus_inverse, Limb* factors) noexcept;
 
 // Two blocks t = the sum of a[i] a[k] B^(i + k) for i < k, in one block a.
 void morvane_adx_cross_products(LimbInWords* t, const LimbInWords* a) noexcept;
@@ -84,10 +85,8 @@ void montgomery_reduce_adx(Limb* r, Limb* t, const Limb* m, std::size_t n, Limb 
     Limb top = 0;
     for (std::size_t i = 0; i < n; i += kBlock) {
         Limb factors[kBlock];
-        morvane_adx_reduce_block(factors, m, t + i, minus_inverse);
-        Limb* const carry = t + i;
-        if (blocks > 1) morvane_adx_multiply_add_blocks(t + i + kBlock, carry, m + kBlock, blocks - 1, factors);
-        top = morvane_adx_add_blocks(t + i + n, t + i + n, carry, 1, top);
+        morvane_adx_reduce_blocks(t + i, m, blocks, minus_inverse, factors);
+        top = morvane_adx_add_blocks(t + i + n, t + i + n, t + i, 1, top);
     }
     const Limb borrow = morvane_adx_subtract_blocks(r, t + n, m, blocks, 0);
     const Limb keep_sum = Limb{0} - (borrow & ~top & 1);

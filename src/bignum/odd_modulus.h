@@ -24,7 +24,7 @@ class OddModulus {
 public:
     // `words` has no zero at the top, and stays where it is. The modulus is extended to `size` limbs, no fewer than its
     // own.
-    OddModulus(std::span<const Word> words, std::size_t size) noexcept : words_(words), limbs_(size) {
+    OddModulus(std::span<const Word> words, std::size_t size) noexcept : limbs_(size), words_(words) {
         if (!limbs_) return;
         std::fill_n(limbs_.get(), size, 0);
         load_limbs(limbs_.get(), words.data(), words.size());
@@ -50,8 +50,8 @@ public:
     }
 
 private:
-    std::span<const Word> words_;
     WorkLimbs limbs_;
+    std::span<const Word> words_;
     Limb minus_inverse_ = 0;
 };
 

@@ -1,50 +1,35 @@
-// Powers modulo odd numbers with AVX-512 IFMA: digits of 52 bits, eight to a vector.
+// Powers modulo odd numbers with AVX-512 IFMA: digits of 52 bits, a lane each.
 #include "bignum/exponentiate.h"
+#include "bignum/ifma_lanes.h"
 #include "bignum/power_engines.h"
 #include "bignum/vector_ring.h"
-
-#include <immintrin.h>
-
-#define MORVANE_TARGET_IFMA gnu::target("avx512f,avx512bw,avx512dq,avx512vl,avx512ifma")
 
 namespace morvane::bignum {
 namespace {
 
-constexpr unsigned kDigitBits = 52;
-constexpr std::uint64_t kDigitMask = (std::uint64_t{1} << kDigitBits) - 1;
-constexpr std::size_t kLanes = 8;
-constexpr __mmask8 kAllLanes = 0xff;
+constexpr std::uint64_t kDigitMask = (std::uint64_t{1} << kIfmaBits) - 1;
 
 using Digits = std::uint64_t;
-// All eight lanes a lane up or down, with what comes from the vector below or above.
-[[MORVANE_TARGET_IFMA, gnu::always_inline]] inline __m512i lanes_up(__m512i below, __m512i vector) noexcept {
-    return _mm512_maskz_alignr_epi64(kAllLanes, vector, below, 7);
-}
-[[MORVANE_TARGET_IFMA, gnu::always_inline]] inline __m512i lanes_down(__m512i vector, __m512i above) noexcept {
-    return _mm512_maskz_alignr_epi64(kAllLanes, above, vector, 1);
-}
-
-using Modulus = FriendlyModulus<kDigitBits>;
+using Modulus = FriendlyModulus<kIfmaBits>;
 
 // Lanes of any size to digits: what is above a digit goes to the next lane, once as it is, then as single carries that run
 // through lanes of all ones in an addition of masks. The value has no more digits than there are lanes.
-template <std::size_t Vectors>
-[[MORVANE_TARGET_IFMA, gnu::always_inline]] inline void store_normalised(Digits* r, __m512i* t) noexcept {
-    const __m512i mask = _mm512_set1_epi64(static_cast<long long>(kDigitMask));
-    __m512i above = _mm512_setzero_si512();
+template <typename Lanes, std::size_t Vectors>
+[[MORVANE_TARGET_IFMA, gnu::always_inline]] inline void store_normalised(Digits* r, typename Lanes::Vector* t) noexcept {
+    const auto mask = Lanes::fill(kDigitMask);
+    auto above = Lanes::zero();
     unsigned carry = 0;
 #pragma GCC unroll 16
     for (std::size_t v = 0; v < Vectors; ++v) {
-        const __m512i out = _mm512_maskz_srli_epi64(kAllLanes, t[v], kDigitBits);
-        const __m512i lane = _mm512_add_epi64(_mm512_and_si512(t[v], mask), lanes_up(above, out));
+        const auto out = Lanes::shift(t[v], Lanes::kAll);
+        const auto lanes = Lanes::add(Lanes::both(t[v], mask), Lanes::up(out, above));
         above = out;
-        const unsigned generate = _mm512_cmpgt_epu64_mask(lane, mask);
-        const unsigned propagate = _mm512_cmpeq_epu64_mask(lane, mask);
+        const unsigned generate = Lanes::greater(lanes, mask);
+        const unsigned propagate = Lanes::equal(lanes, mask);
         const unsigned sum = (generate << 1 | carry) + propagate;
-        carry = sum >> kLanes & 1;
-        const auto carried = static_cast<__mmask8>(sum ^ propagate);
-        const __m512i one = _mm512_set1_epi64(1);
-        _mm512_storeu_si512(r + v * kLanes, _mm512_and_si512(_mm512_mask_add_epi64(lane, carried, lane, one), mask));
+        carry = sum >> Lanes::kLanes & 1;
+        const unsigned carried = (sum ^ propagate) & Lanes::kAll;
+        Lanes::store(r + v * Lanes::kLanes, Lanes::both(Lanes::add(lanes, Lanes::fill(1), carried), mask));
     }
 }
 
@@ -55,85 +40,90 @@ template <std::size_t Vectors>
 // depend on the row before is summed up apart from t (SumApart), so that from one row's factor to the next there is one
 // broadcast and one multiplication. With two products at a time there is always something to do in between, and one
 // addition less counts for more.
-template <std::size_t Vectors, bool SumApart>
+template <typename Lanes, std::size_t Vectors, bool SumApart>
 struct Rows {
+    using Vector = typename Lanes::Vector;
+
     const Digits* a;
     const Digits* c;
-    __m512i t[Vectors];
-    __m512i digit_before;
-    __m512i factor;
-    __m512i factor_before;
+    Vector t[Vectors];
+    Vector digit_before;
+    Vector factor;
+    Vector factor_before;
 
     [[MORVANE_TARGET_IFMA, gnu::always_inline]] inline void start(const Digits* a_digits, const Digits* cofactor) noexcept {
         a = a_digits;
         c = cofactor;
-        digit_before = factor = factor_before = _mm512_setzero_si512();
+        digit_before = factor = factor_before = Lanes::zero();
 #pragma GCC unroll 16
-        for (std::size_t v = 0; v < Vectors; ++v) t[v] = _mm512_setzero_si512();
+        for (std::size_t v = 0; v < Vectors; ++v) t[v] = Lanes::zero();
     }
 
-    [[MORVANE_TARGET_IFMA, gnu::always_inline]] inline void add_row(__m512i digit) noexcept {
-        const __m512i zero = _mm512_setzero_si512();
-        const __m512i carry = _mm512_maskz_srli_epi64(1, t[0], kDigitBits);
+    [[MORVANE_TARGET_IFMA, gnu::always_inline]] inline void add_row(Vector digit) noexcept {
+        const Vector carry = Lanes::shift(t[0], 1);
 #pragma GCC unroll 16
         for (std::size_t v = 0; v < Vectors; ++v) {
-            const __m512i a_v = _mm512_load_si512(a + v * kLanes);
-            const __m512i c_v = _mm512_load_si512(c + v * kLanes);
-            __m512i moved = lanes_down(t[v], v + 1 < Vectors ? t[v + 1] : zero);
-            if (v == 0) moved = _mm512_add_epi64(moved, carry);
-            __m512i sum = _mm512_madd52lo_epu64(SumApart ? zero : moved, a_v, digit);
-            sum = _mm512_madd52hi_epu64(sum, a_v, digit_before);
-            sum = _mm512_madd52hi_epu64(sum, c_v, factor_before);
-            if (SumApart) sum = _mm512_add_epi64(sum, moved);
-            t[v] = _mm512_madd52lo_epu64(sum, c_v, factor);
+            const Vector a_v = Lanes::load(a + v * Lanes::kLanes);
+            const Vector c_v = Lanes::load(c + v * Lanes::kLanes);
+            const Vector moved = Lanes::down(t[v], v + 1 < Vectors ? t[v + 1] : Lanes::zero());
+            Vector sum = SumApart ? Lanes::zero() : v == 0 ? Lanes::add(moved, carry) : moved;
+            sum = Lanes::low(sum, a_v, digit);
+            sum = Lanes::high(sum, a_v, digit_before);
+            sum = Lanes::high(sum, c_v, factor_before);
+            if constexpr (SumApart) {
+                // The carry is there before the move.
+                if (v == 0) sum = Lanes::add(sum, carry);
+                asm("" : "+v"(sum));
+                sum = Lanes::add(sum, moved);
+            }
+            t[v] = Lanes::low(sum, c_v, factor);
         }
         digit_before = digit;
         factor_before = factor;
-        factor = __builtin_shufflevector(t[0], t[0], 0, 0, 0, 0, 0, 0, 0, 0);
+        factor = Lanes::first(t[0]);
     }
 
     // After the last digit: what the rows before it still owe.
     [[MORVANE_TARGET_IFMA, gnu::always_inline]] inline void finish(Digits* r) noexcept {
-        const __m512i zero = _mm512_setzero_si512();
-        add_row(zero);
-        __m512i below = zero;
+        add_row(Lanes::zero());
+        Vector below = Lanes::zero();
 #pragma GCC unroll 16
         for (std::size_t v = 0; v < Vectors; ++v) {
-            const __m512i high_halves = _mm512_madd52hi_epu64(zero, _mm512_load_si512(c + v * kLanes), factor_before);
-            t[v] = _mm512_add_epi64(t[v], lanes_up(below, high_halves));
-            below = high_halves;
+            const Vector halves = Lanes::high(Lanes::zero(), Lanes::load(c + v * Lanes::kLanes), factor_before);
+            t[v] = Lanes::add(t[v], Lanes::up(halves, below));
+            below = halves;
         }
-        store_normalised<Vectors>(r, t);
+        store_normalised<Lanes, Vectors>(r, t);
     }
 };
 
-template <std::size_t Vectors>
+template <typename Lanes, std::size_t Vectors>
 [[MORVANE_TARGET_IFMA]] void multiply_one(Digits* r, const Digits* a, const Digits* b, const Digits* c,
                                           std::size_t rows) noexcept {
-    Rows<Vectors, true> x;
+    Rows<Lanes, Vectors, true> x;
     x.start(a, c);
-    for (std::size_t i = 0; i < rows; ++i) x.add_row(_mm512_set1_epi64(static_cast<long long>(b[i])));
+    for (std::size_t i = 0; i < rows; ++i) x.add_row(Lanes::fill(b[i]));
     x.finish(r);
 }
 
 // Two products side by side: while one waits for its factor, the other multiplies.
-template <std::size_t Vectors>
+template <typename Lanes, std::size_t Vectors>
 [[MORVANE_TARGET_IFMA]] void multiply_two(Digits* r, const Digits* a, const Digits* b, const Digits* c,
                                           std::size_t rows) noexcept {
-    constexpr std::size_t kStride = Vectors * kLanes;
-    Rows<Vectors, false> x;
-    Rows<Vectors, false> y;
+    constexpr std::size_t kStride = Vectors * Lanes::kLanes;
+    Rows<Lanes, Vectors, false> x;
+    Rows<Lanes, Vectors, false> y;
     x.start(a, c);
     y.start(a + kStride, c + kStride);
     for (std::size_t i = 0; i < rows; ++i) {
-        x.add_row(_mm512_set1_epi64(static_cast<long long>(b[i])));
-        y.add_row(_mm512_set1_epi64(static_cast<long long>(b[kStride + i])));
+        x.add_row(Lanes::fill(b[i]));
+        y.add_row(Lanes::fill(b[kStride + i]));
     }
     x.finish(r);
     y.finish(r + kStride);
 }
 
-template <std::size_t Vectors, std::size_t Streams>
+template <typename Lanes, std::size_t Vectors, std::size_t Streams>
 class IfmaRing {
 public:
     using Item = Digits;
@@ -145,10 +135,11 @@ public:
             const Modulus modulus(powers[s].modulus);
             const std::size_t at = s * size();
             ready_ = ready_ && modulus && modulus.set_cofactor(&cofactor_.items[at], size()) &&
-                     modulus.set_power(&one_.items[at], size(), rows_ * kDigitBits) &&
-                     modulus.set_power(&square_.items[at], size(), 2 * rows_ * kDigitBits) &&
+                     modulus.set_power(&square_.items[at], size(), 2 * rows_ * kIfmaBits) &&
                      modulus.set_power(&leave_.items[at], size(), modulus.reduction_bits());
+            one_.items[at] = 1;
         }
+        multiply(one_.items.data(), one_.items.data(), square_.items.data());
     }
 
     explicit operator bool() const noexcept { return ready_; }
@@ -156,9 +147,9 @@ public:
     void set_one(Digits* r) const noexcept { std::copy_n(one_.items.data(), Streams * kSize, r); }
     void multiply(Digits* r, const Digits* a, const Digits* b) const noexcept {
         if constexpr (Streams == 1) {
-            multiply_one<Vectors>(r, a, b, cofactor_.items.data(), rows_);
+            multiply_one<Lanes, Vectors>(r, a, b, cofactor_.items.data(), rows_);
         } else {
-            multiply_two<Vectors>(r, a, b, cofactor_.items.data(), rows_);
+            multiply_two<Lanes, Vectors>(r, a, b, cofactor_.items.data(), rows_);
         }
     }
     void square(Digits* r, const Digits* a) const noexcept { multiply(r, a, a); }
@@ -170,7 +161,7 @@ public:
     }
 
     void enter(Digits* r, const std::array<Power, Streams>& powers) const noexcept {
-        for (std::size_t s = 0; s < Streams; ++s) to_digits<kDigitBits>(r + s * kSize, kSize, powers[s].base);
+        for (std::size_t s = 0; s < Streams; ++s) to_digits<kIfmaBits>(r + s * kSize, kSize, powers[s].base);
         multiply(r, r, square_.items.data());
     }
     bool leave(Digits* a, const std::array<Power, Streams>& powers) const noexcept {
@@ -184,7 +175,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kSize = Vectors * kLanes;
+    static constexpr std::size_t kSize = Vectors * Lanes::kLanes;
     struct alignas(64) Element : SecretArray<Digits, Streams * kSize> {};
 
     std::size_t rows_;
@@ -195,10 +186,10 @@ private:
     Element leave_;   // the factor out of it, less what the last reduction divides by
 };
 
-template <std::size_t Vectors, std::size_t Streams>
+template <typename Lanes, std::size_t Vectors, std::size_t Streams>
 bool power_in_vectors(const std::array<Power, Streams>& powers) noexcept {
-    const IfmaRing<Vectors, Streams> ring(powers);
-    Work<Digits, Streams * Vectors * kLanes> x(Streams * ring.size());
+    const IfmaRing<Lanes, Vectors, Streams> ring(powers);
+    Work<Digits, Streams * Vectors * Lanes::kLanes> x(Streams * ring.size());
     if (!ring) return false;
     ring.enter(x.get(), powers);
     std::array<std::span<const Word>, Streams> exponents;
@@ -208,23 +199,28 @@ bool power_in_vectors(const std::array<Power, Streams>& powers) noexcept {
     return done && ring.leave(x.get(), powers);
 }
 
-// The widths that there are; a residue takes the next one up.
+// The widths that there are, narrowest first; a residue takes the first with enough lanes.
 template <std::size_t Streams>
 struct Width {
-    std::size_t vectors;
+    std::size_t digits;
     bool (*run)(const std::array<Power, Streams>& powers) noexcept;
 };
 
-template <std::size_t Streams, std::size_t... Vectors>
-constexpr std::array<Width<Streams>, sizeof...(Vectors)> kWidths{{{Vectors, power_in_vectors<Vectors, Streams>}...}};
+template <std::size_t Streams, typename Lanes, std::size_t Vectors>
+constexpr Width<Streams> kWidth{Vectors * Lanes::kLanes, power_in_vectors<Lanes, Vectors, Streams>};
+
+template <std::size_t S>
+constexpr Width<S> kWidths[] = {kWidth<S, Ymm, 1>, kWidth<S, Ymm, 2>,  kWidth<S, Ymm, 3>, kWidth<S, Zmm, 2>,
+                                kWidth<S, Zmm, 3>, kWidth<S, Zmm, 4>,  kWidth<S, Zmm, 5>, kWidth<S, Zmm, 6>,
+                                kWidth<S, Zmm, 8>, kWidth<S, Zmm, 10>, kWidth<S, Zmm, 12>};
 
 // The routine for these moduli, or null if they are too long.
 template <std::size_t Streams>
 auto find_width(const std::array<Power, Streams>& powers) noexcept -> decltype(Width<Streams>::run) {
     std::size_t digits = 0;
     for (const Power& power : powers) digits = std::max(digits, Modulus::digits_for(power.modulus));
-    for (const Width<Streams>& width : kWidths<Streams, 1, 2, 3, 4, 5, 6, 8, 10, 12>) {
-        if (digits <= width.vectors * kLanes) return width.run;
+    for (const Width<Streams>& width : kWidths<Streams>) {
+        if (digits <= width.digits) return width.run;
     }
     return nullptr;
 }

@@ -15,7 +15,7 @@ namespace {
 class Operand {
 public:
     explicit Operand(const ENUM& x) noexcept
-        : size_(limbs_for(words_in(x))), copy_(in_place(x) ? 0 : size_), limbs_(copy_.get()) {
+        : copy_(in_place(x) ? 0 : limbs_for(words_in(x))), size_(limbs_for(words_in(x))), limbs_(copy_.get()) {
         if (in_place(x)) {
             limbs_ = reinterpret_cast<const LimbInWords*>(x.words);
         } else if (copy_) {
@@ -29,8 +29,8 @@ public:
 private:
     static bool in_place(const ENUM& x) noexcept { return words_in(x) % kWordsPerLimb == 0; }
 
-    std::size_t size_;
     WorkLimbs copy_;
+    std::size_t size_;
     const LimbInWords* limbs_;
 };
 

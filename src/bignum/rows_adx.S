@@ -134,18 +134,31 @@ begin morvane_adx_multiply_add_blocks
     ret
 end morvane_adx_multiply_add_blocks
 
-# rdi factors, rsi m, rdx t, rcx -1 / m
-begin morvane_adx_reduce_block
+# rdi t, rsi m, rdx blocks, rcx -1 / m, r8 factors
+begin morvane_adx_reduce_blocks
     save
-    push %rdx
-    mov %rdx, %rax
-    load_block %rax
+    push %rdi
+    push %rdi
+    mov %rdx, %rbp
+    mov %r8, %rax
+    load_block %rdi
+    mov %rax, %rdi
     eight_rows reduce_row
+    mov %rdi, %rcx
+    pop %rdi
+1:
+    dec %rbp
+    jz 2f
+    add $64, %rsi
+    add $64, %rdi
+    eight_rows multiply_add_row
+    jmp 1b
+2:
     pop %rax
     store_block %rax
     restore
     ret
-end morvane_adx_reduce_block
+end morvane_adx_reduce_blocks
 
 # A row of the triangle: it begins with an empty limb on top and ends by storing the two limbs that are complete.
 .macro open_row offset, top

@@ -38,13 +38,13 @@ private:
         if (size > (SIZE_MAX - kAlign) / sizeof(Item)) return nullptr;
         block_ = std::malloc(size * sizeof(Item) + kAlign);
         if (block_ == nullptr) return nullptr;
-        const auto address = reinterpret_cast<std::uintptr_t>(block_);
-        return reinterpret_cast<Item*>((address + kAlign - 1) & ~(kAlign - 1));
+        const std::size_t skip = (0 - reinterpret_cast<std::uintptr_t>(block_)) % kAlign;
+        return reinterpret_cast<Item*>(static_cast<unsigned char*>(block_) + skip);
     }
 
+    alignas(kAlign) Item frame_[Fixed];
     std::size_t size_;
     void* block_ = nullptr;
-    alignas(kAlign) Item frame_[Fixed];
     Item* items_;
 };
 
