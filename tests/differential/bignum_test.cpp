@@ -58,10 +58,9 @@ Result remainder(const Value& a, const Value& m) {
     return {value_of(z != 0 ? a.sign : 0, z), room};
 }
 
-Result quotient(const Value& a, const Value& d) {
+Result quotient(const Value& a, const Value& d, std::size_t room) {
     const mpz_class z = magnitude(a) / magnitude(d);
-    const std::size_t less = std::min(a.words.size(), d.words.size());
-    return {z == 0 ? Value("0") : value_of(a.sign ^ d.sign, z), std::max<std::size_t>(1, a.words.size() + 1 - less)};
+    return {z == 0 ? Value("0") : value_of(a.sign ^ d.sign, z), room};
 }
 
 std::int32_t order(const Value& a, const Value& b) {
@@ -69,6 +68,13 @@ std::int32_t order(const Value& a, const Value& b) {
     return words != 0 ? words : sgn(mpz_class(magnitude(a) - magnitude(b)));
 }
 
+Value reduced(const Value& a, const Value& m) { return remainder(a, m).value; }
+Result product_mod(const Value& a, const Value& b, const Value& m) { return remainder(product(a, b).value, m); }
+
+Result in_words(const Value& a, const mpz_class& z, std::size_t length) {
+    const Value value = value_of(a.sign, z, length);
+    return {value, value.words.size()};
+}
 Result shifted(const Value& a, const mpz_class& z, std::size_t room) { return {value_of(a.sign, z), room}; }
 
 Result answer(std::int64_t number) { return {value_of(number < 0 ? 1 : 0, mpz_class(std::abs(number)), 1), 1}; }
@@ -105,6 +111,8 @@ struct Operands {
     std::uint32_t word() const { return b.words[0]; }  // of a second operand that is no record
 };
 
+using In = const Operands&;
+
 // What the last operand is.
 enum class Last { kAny, kDivisor, kModulusOfInverse, kBits, kBitsWithin, kWord };
 
@@ -112,78 +120,57 @@ const struct {
     const char* name;
     std::size_t operands;
     Last last;
-    Result (*expected)(const Operands& x);
+    Result (*expected)(In x);
 } kOperations[] = {
-    {"EN_UComp", 2, Last::kAny, [](const Operands& x) { return answer(order(x.a, x.b)); }},
-    {"EN_GetFilledBitNum", 1, Last::kAny,
-     [](const Operands& x) { return answer(static_cast<std::int64_t>(bits_of(magnitude(x.a)))); }},
-    {"EN_IsBitSet", 2, Last::kBits,
-     [](const Operands& x) { return answer(mpz_tstbit(magnitude(x.a).get_mpz_t(), x.word())); }},
+    {"EN_UComp", 2, Last::kAny, [](In x) { return answer(order(x.a, x.b)); }},
+    {"EN_GetFilledBitNum", 1, Last::kAny, [](In x) { return answer(static_cast<std::int64_t>(bits_of(magnitude(x.a)))); }},
+    {"EN_IsBitSet", 2, Last::kBits, [](In x) { return answer(mpz_tstbit(magnitude(x.a).get_mpz_t(), x.word())); }},
     {"EN_MaskBit", 2, Last::kBitsWithin,
-     [](const Operands& x) {
-         const mpz_class z = magnitude(x.a) % (mpz_class(1) << x.word());
-         return Result{value_of(x.a.sign, z, x.word() % 32 == 0 ? x.word() / 32 : 0), x.a.words.size()};
+     [](In x) {
+         return in_words(x.a, magnitude(x.a) % (mpz_class(1) << x.word()), x.word() % 32 == 0 ? x.word() / 32 : 0);
      }},
-    {"EN_Add", 2, Last::kAny, [](const Operands& x) { return sum(x.a, x.b); }},
-    {"EN_Sub", 2, Last::kAny, [](const Operands& x) { return sum(x.a, negated(x.b)); }},
-    {"EN_SubU32", 2, Last::kWord,
-     [](const Operands& x) { return shifted(x.a, magnitude(x.a) - x.word(), x.a.words.size()); }},
-    {"EN_LShift1", 1, Last::kAny,
-     [](const Operands& x) {
-         const Value value = value_of(x.a.sign, magnitude(x.a) * 2, x.a.words.size());
-         return Result{value, value.words.size()};
-     }},
-    {"EN_RShift1", 1, Last::kAny, [](const Operands& x) { return shifted(x.a, magnitude(x.a) / 2, x.a.words.size()); }},
+    {"EN_Add", 2, Last::kAny, [](In x) { return sum(x.a, x.b); }},
+    {"EN_Sub", 2, Last::kAny, [](In x) { return sum(x.a, negated(x.b)); }},
+    {"EN_SubU32", 2, Last::kWord, [](In x) { return shifted(x.a, magnitude(x.a) - x.word(), x.a.words.size()); }},
+    {"EN_LShift1", 1, Last::kAny, [](In x) { return in_words(x.a, magnitude(x.a) * 2, x.a.words.size()); }},
+    {"EN_RShift1", 1, Last::kAny, [](In x) { return shifted(x.a, magnitude(x.a) / 2, x.a.words.size()); }},
     {"EN_LShift", 2, Last::kBits,
-     [](const Operands& x) { return shifted(x.a, magnitude(x.a) << x.word(), x.a.words.size() + x.word() / 32 + 1); }},
+     [](In x) { return shifted(x.a, magnitude(x.a) << x.word(), x.a.words.size() + x.word() / 32 + 1); }},
     {"EN_RShift", 2, Last::kBits,
-     [](const Operands& x) {
+     [](In x) {
          const std::size_t whole = x.word() / 32, words = x.a.words.size();
          if (whole > words) return answer(0);
          return shifted(x.a, magnitude(x.a) >> x.word(), std::max<std::size_t>(1, words - whole));
      }},
-    {"EN_Mul", 2, Last::kAny, [](const Operands& x) { return product(x.a, x.b); }},
+    {"EN_Mul", 2, Last::kAny, [](In x) { return product(x.a, x.b); }},
     {"EN_Sqr", 1, Last::kAny,
-     [](const Operands& x) {
+     [](In x) {
          return x.a.words.empty() ? Result{"-", 0} : product(x.a, x.a);
      }},
-    {"quotient", 2, Last::kDivisor, [](const Operands& x) { return quotient(x.a, x.b); }},
-    {"remainder", 2, Last::kDivisor, [](const Operands& x) { return remainder(x.a, x.b); }},
+    {"quotient", 2, Last::kDivisor,
+     [](In x) {
+         return quotient(x.a, x.b,
+                         std::max<std::size_t>(1, x.a.words.size() + 1 - std::min(x.a.words.size(), x.b.words.size())));
+     }},
+    {"remainder", 2, Last::kDivisor, [](In x) { return remainder(x.a, x.b); }},
     {"EN_Mod", 2, Last::kDivisor,
-     [](const Operands& x) {
-         const Result r = remainder(x.a, x.b);
-         return Result{value_of(r.value.sign, magnitude(r.value)), r.room};
-     }},
-    {"EN_Mod_Add", 3, Last::kDivisor, [](const Operands& x) { return remainder(sum(x.a, x.b).value, x.c); }},
-    {"EN_Mod_Sub", 3, Last::kAny, [](const Operands& x) { return difference(x.a, x.b, x.c); }},
-    {"EN_Mod_Mul", 3, Last::kDivisor, [](const Operands& x) { return remainder(product(x.a, x.b).value, x.c); }},
+     [](In x) { return shifted(reduced(x.a, x.b), magnitude(reduced(x.a, x.b)), remainder(x.a, x.b).room); }},
+    {"EN_Mod_Add", 3, Last::kDivisor, [](In x) { return remainder(sum(x.a, x.b).value, x.c); }},
+    {"EN_Mod_Sub", 3, Last::kAny, [](In x) { return difference(x.a, x.b, x.c); }},
+    {"EN_Mod_Mul", 3, Last::kDivisor, [](In x) { return product_mod(x.a, x.b, x.c); }},
     {"EN_Mod_MulA", 3, Last::kDivisor,
-     [](const Operands& x) {
-         const Value a = remainder(x.a, x.c).value;
-         return remainder(product(a, x.same ? a : x.b).value, x.c);
-     }},
+     [](In x) { return product_mod(reduced(x.a, x.c), x.same ? reduced(x.a, x.c) : x.b, x.c); }},
     {"EN_Mod_MulB", 3, Last::kDivisor,
-     [](const Operands& x) {
-         const Value b = remainder(x.b, x.c).value;
-         return remainder(product(x.same ? b : x.a, b).value, x.c);
-     }},
-    {"EN_Mod_MulAB", 3, Last::kDivisor,
-     [](const Operands& x) { return remainder(product(remainder(x.a, x.c).value, remainder(x.b, x.c).value).value, x.c); }},
-    {"EN_Mod_Sqr", 2, Last::kDivisor, [](const Operands& x) { return remainder(product(x.a, x.a).value, x.b); }},
-    {"EN_Mod_SqrA", 2, Last::kDivisor,
-     [](const Operands& x) {
-         const Value a = remainder(x.a, x.b).value;
-         return remainder(product(a, a).value, x.b);
-     }},
-    {"EN_Mod_Inv", 2, Last::kModulusOfInverse, [](const Operands& x) { return inverse(x.a, x.b); }},
-    {"EN_GCD", 2, Last::kAny, [](const Operands& x) { return divisor(x.a, x.b); }},
+     [](In x) { return product_mod(x.same ? reduced(x.b, x.c) : x.a, reduced(x.b, x.c), x.c); }},
+    {"EN_Mod_MulAB", 3, Last::kDivisor, [](In x) { return product_mod(reduced(x.a, x.c), reduced(x.b, x.c), x.c); }},
+    {"EN_Mod_Sqr", 2, Last::kDivisor, [](In x) { return product_mod(x.a, x.a, x.b); }},
+    {"EN_Mod_SqrA", 2, Last::kDivisor, [](In x) { return product_mod(reduced(x.a, x.b), reduced(x.a, x.b), x.b); }},
+    {"EN_Mod_Inv", 2, Last::kModulusOfInverse, [](In x) { return inverse(x.a, x.b); }},
+    {"EN_GCD", 2, Last::kAny, [](In x) { return divisor(x.a, x.b); }},
     {"EN_LCM", 2, Last::kDivisor,
-     [](const Operands& x) {
-         const Value ab = product(x.a, x.b).value;
-         return Result{quotient(ab, divisor(x.a, x.b).value).value, x.a.words.size() + x.b.words.size()};
-     }},
+     [](In x) { return quotient(product(x.a, x.b).value, divisor(x.a, x.b).value, product(x.a, x.b).room); }},
     {"EN_ModU32", 2, Last::kWord,
-     [](const Operands& x) { return answer(x.word() == 0 ? 0 : mpz_class(magnitude(x.a) % x.word()).get_si()); }}};
+     [](In x) { return answer(x.word() == 0 ? 0 : mpz_class(magnitude(x.a) % x.word()).get_si()); }}};
 
 class Source {
 public:
@@ -230,7 +217,7 @@ public:
     Random random;
 };
 
-void check(const char* name, std::size_t count, const Operands& x, const Result& expected) {
+void check(const char* name, std::size_t count, In x, const Result& expected) {
     std::vector<Value> operands = {x.a, x.b, x.c};
     operands.resize(count);
     expect_result(name, operands, x.same, expected.room, expected.value);

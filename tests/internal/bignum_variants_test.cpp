@@ -36,15 +36,12 @@ Limbs shaped_limbs(Random& random, std::size_t count) { return limbs_of(shaped_w
 
 Limbs junk(std::size_t count) { return Limbs(count, Limb{0} - 0x11); }  // the last one is a guard
 
-// Odd numbers of `count` words: one just above a power of two, ones just below, and shaped ones.
+// Odd numbers of `count` words: just above a power of two and just below one, and shaped ones.
 std::vector<Words> moduli(Random& random, std::size_t count) {
-    Words above(count), all_ones(count, UINT32_MAX);
-    above.back() = count > 1 ? 1 : 0x80000000;
-    above[0] |= 1;
-    Words top_bit = above, below = all_ones;
-    top_bit.back() = 0x80000000 | (count > 1 ? 0 : 1);
-    below[0] = 0xfffffffb;
-    std::vector<Words> all = {above, top_bit, all_ones, below};
+    std::vector<Words> all = {Words(count), Words(count), Words(count, UINT32_MAX), Words(count, UINT32_MAX)};
+    all[0].back() = 1;
+    all[1].back() = 0x80000000;
+    all[3][0] -= 4;
     for (int i = 0; i < 3; ++i) all.push_back(shaped_words(random, count));
     for (Words& m : all) m[0] |= 1;
     return all;
@@ -90,13 +87,13 @@ TEST(BignumVariants, ReduceAlike) {
             const Limbs m = limbs_of(modulus);
             const std::size_t n = m.size();
             const Limb minus_inverse = Limb{0} - static_cast<Limb>(inverse_of_odd(m[0]));
-            for (int i = 0; i < 5; ++i) {
-                // The greatest input is m B^n - 1; then such with an upper half of m - 1 or 0, and zeros.
-                Limbs t = i == 0 ? Limbs(n, ~Limb{0}) : i == 4 ? Limbs(n) : shaped_limbs(random, n);
+            for (int i = 0; i < 4; ++i) {
+                // The greatest input, which is m B^n - 1; an upper half of m - 1; multiples of m; an upper half of 0.
+                Limbs t = i == 0 ? Limbs(n, ~Limb{0}) : shaped_limbs(random, n);
                 t.resize(2 * n);
                 if (i < 2) std::copy(m.begin(), m.end(), t.begin() + static_cast<std::ptrdiff_t>(n));
                 if (i < 2) --t[n];
-                if (i == 2) multiply_plain(t.data(), m.data(), n, shaped_limbs(random, n).data(), n);  // gives 0 or m
+                if (i == 2) multiply_plain(t.data(), m.data(), n, shaped_limbs(random, n).data(), n);
                 Limbs expected = junk(n + 1), plain_t = t;
                 montgomery_reduce_plain(expected.data(), plain_t.data(), m.data(), n, minus_inverse);
                 ASSERT_LT(compare(expected.data(), m.data(), n), 0);
