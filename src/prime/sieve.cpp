@@ -28,8 +28,9 @@ constexpr std::array<std::uint32_t, kPrimes> kReciprocals = [] {
 
 std::uint32_t multiply_mod(std::uint32_t a, std::uint32_t b, std::size_t prime) noexcept {
     const std::uint32_t p = kTable[prime];
-    const auto quotient = static_cast<std::uint32_t>(std::uint64_t{a * b} * kReciprocals[prime] >> 32);
-    const std::uint32_t rest = a * b - quotient * p;  // the quotient is exact or one too small
+    const std::uint64_t product = std::uint64_t{a} * b;                                     // below 2^29
+    const auto quotient = static_cast<std::uint32_t>(product * kReciprocals[prime] >> 32);  // exact or one too small
+    const std::uint32_t rest = static_cast<std::uint32_t>(product) - quotient * p;
     return rest < p ? rest : rest - p;
 }
 
