@@ -75,25 +75,30 @@ std::uint32_t Sieve::steps_to_candidate(std::span<const bignum::Word> x) const n
     for (std::uint32_t first = 0;; first += kWindow) {
         SecretArray<bool, kWindow + 1> ruled_out;  // the last one stands for whatever lies beyond
         bool* const window = ruled_out.items.data();
-        for (std::size_t i = 0; i < kPrimes; ++i) {
-            const std::uint32_t p = kTable[i];
-            const std::uint32_t inverse = inverses_[i];
-            if (inverse == 0) continue;
-            const auto rule_out = [=](std::uint32_t at) {
-                window[std::min(at, kWindow)] = true;
-                if (i < kShortPrimes) {
-                    for (at += p; at < kWindow; at += p) window[at] = true;
-                }
-            };
-            const std::uint32_t multiple = multiples.items[i];
+        const auto rule_out = [&](std::size_t prime, auto rule_out_from) {
+            const std::uint32_t p = kTable[prime];
+            const std::uint32_t inverse = inverses_[prime];
+            if (inverse == 0) return;
+            const std::uint32_t multiple = multiples.items[prime];
             const std::uint32_t one = add_mod(multiple, inverse, p);
-            rule_out(multiple);
-            rule_out(one);
-            if (safe_) rule_out(add_mod(add_mod(one, inverse, p), inverse, p));
-            multiples.items[i] = static_cast<std::uint16_t>(add_mod(multiple, p - kWindow % p, p));
+            rule_out_from(multiple, p);
+            rule_out_from(one, p);
+            if (safe_) rule_out_from(add_mod(add_mod(one, inverse, p), inverse, p), p);
+        };
+        for (std::size_t i = 0; i < kShortPrimes; ++i) {
+            rule_out(i, [=](std::uint32_t at, std::uint32_t p) {
+                for (; at < kWindow; at += p) window[at] = true;
+            });
+        }
+        for (std::size_t i = kShortPrimes; i < kPrimes; ++i) {
+            rule_out(i, [=](std::uint32_t at, std::uint32_t) { window[std::min(at, kWindow)] = true; });
         }
         const bool* const found = std::find(window, window + kWindow, false);
         if (found != window + kWindow) return first + static_cast<std::uint32_t>(found - window);
+        for (std::size_t i = 0; i < kPrimes; ++i) {
+            const std::uint32_t p = kTable[i];
+            multiples.items[i] = static_cast<std::uint16_t>(add_mod(multiples.items[i], p - kWindow % p, p));
+        }
     }
 }
 
