@@ -3,7 +3,7 @@
 #include "prime/miller_rabin.h"
 #include "prime/sieve.h"
 
-#include "support/number.h"
+#include "support/integer.h"
 
 #include <morvane/prime.h>
 
@@ -16,7 +16,7 @@ using namespace morvane::prime;
 using namespace morvane::test;
 
 // One step on and from the start again, whenever a residue is wrong.
-std::uint32_t scan(const Number& x, const Number& step, bool safe) {
+std::uint32_t scan(const Integer& x, const Integer& step, bool safe) {
     std::array<std::uint32_t, kPrimes> residues, steps;
     for (std::size_t i = 0; i < kPrimes; ++i) {
         residues[i] = EN_ModU32(x, kTable[i]);
@@ -39,11 +39,11 @@ TEST(Sieve, FindsWhatTheScanFinds) {
     for (int i = 0; i < 200; ++i) {
         Bytes bytes = random.bytes(1 + random.below(130));
         bytes.back() |= 1;
-        Number x;
+        Integer x;
         EN_U8ToENUM(x, bytes.data(), size32(bytes));
-        ASSERT_EQ(Sieve().steps_to_candidate(morvane::bignum::magnitude(*x)), scan(x, Number(2), false)) << x.hex();
+        ASSERT_EQ(Sieve().steps_to_candidate(morvane::bignum::magnitude(*x)), scan(x, Integer(2), false)) << x.hex();
         if (i % 4 != 0) continue;
-        const Number step(4 * (1 + random.below(1U << (i % 30))));
+        const Integer step(4 * (1 + random.below(1U << (i % 30))));
         for (const bool safe : {false, true}) {
             ASSERT_EQ(Sieve(morvane::bignum::magnitude(*step), safe).steps_to_candidate(morvane::bignum::magnitude(*x)),
                       scan(x, step, safe))
@@ -52,18 +52,18 @@ TEST(Sieve, FindsWhatTheScanFinds) {
     }
 }
 
-bool passes(const Number& n, std::uint32_t base) { return miller_rabin(*n, *Number(base)) == Verdict::kPrime; }
+bool passes(const Integer& n, std::uint32_t base) { return miller_rabin(*n, *Integer(base)) == Verdict::kPrime; }
 
 TEST(MillerRabin, MeetsPublishedPseudoprimes) {
     // F. Arnault, Constructing Carmichael numbers which are strong pseudoprimes to several bases, 1995: 397 digits, a
     // strong pseudoprime to all prime bases below 307.
-    const Number one(1);
-    const Number p1(
+    const Integer one(1);
+    const Integer p1(
         "2acf5bff060d5cb98a808aef25df948beef3f7c06c5c5c9efed1e53d19363db74537f89d3cadcc9be464335664ed21d0b6dbc736e0e23");
-    const Number arnault = p1 * (Number(313) * (p1 - one) + one) * (Number(353) * (p1 - one) + one);
+    const Integer arnault = p1 * (Integer(313) * (p1 - one) + one) * (Integer(353) * (p1 - one) + one);
     // The least strong pseudoprimes to the first bases, and the first that tells: OEIS A014233.
     const struct {
-        Number n;
+        Integer n;
         std::uint32_t witness;
     } cases[] = {{2047U, 3},
                  {1373653U, 5},
@@ -88,8 +88,8 @@ TEST(MillerRabin, MeetsPublishedPseudoprimes) {
 }
 
 TEST(MillerRabin, SquaresAsOftenAsTwoDividesNMinus1) {
-    const Number one(1);
-    const Number prime = (Number(5) << 127) + one;
+    const Integer one(1);
+    const Integer prime = (Integer(5) << 127) + one;
     for (std::uint32_t base = 1; base < 40; ++base) EXPECT_TRUE(passes(prime, base)) << base;
     for (const int exponent :
          {32, 64, 128, 1024}) {  // Fermat's composite numbers pass with 2, where n - 1 comes late or not

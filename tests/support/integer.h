@@ -1,4 +1,4 @@
-// A record of the big-number functions that owns its words.
+// Integers as a test writes them: with operators, and room for whatever comes.
 #pragma once
 
 #include <morvane/bignum.h>
@@ -9,17 +9,17 @@
 
 namespace morvane::test {
 
-class Number {
+class Integer {
 public:
     static constexpr std::uint32_t kWords = 128;
 
-    Number(std::uint32_t value = 0) { EN_U32ToENUM(*this, value); }
-    Number(const char* hex) {
+    Integer(std::uint32_t value = 0) { EN_U32ToENUM(*this, value); }
+    Integer(const char* hex) {
         const Bytes bytes = from_hex(std::string(std::string_view(hex).size() % 2, '0') + hex);
         EN_U8ToENUM(*this, bytes.data(), size32(bytes));
     }
-    Number(const Number& other) { EN_Copy(*this, other); }
-    Number& operator=(const Number& other) {
+    Integer(const Integer& other) { EN_Copy(*this, other); }
+    Integer& operator=(const Integer& other) {
         EN_Copy(*this, other);
         return *this;
     }
@@ -39,36 +39,36 @@ private:
     std::unique_ptr<ENUM, void (*)(ENUM*)> record_{EN_Create(kWords), [](ENUM* x) { EN_Destroy(x); }};
 };
 
-inline Number operator+(const Number& a, const Number& b) {
-    Number sum;
+inline Integer operator+(const Integer& a, const Integer& b) {
+    Integer sum;
     EN_Add(sum, a, b);
     return sum;
 }
-inline Number operator-(const Number& a, const Number& b) {
-    Number difference;
+inline Integer operator-(const Integer& a, const Integer& b) {
+    Integer difference;
     EN_Sub(difference, a, b);
     return difference;
 }
-inline Number operator*(const Number& a, const Number& b) {
-    Number product;
+inline Integer operator*(const Integer& a, const Integer& b) {
+    Integer product;
     EN_Mul(product, a, b);
     return product;
 }
-inline Number operator%(const Number& a, const Number& b) {
-    Number rest;
+inline Integer operator%(const Integer& a, const Integer& b) {
+    Integer rest;
     EN_Mod(rest, a, b);
     return rest;
 }
-inline Number operator>>(const Number& a, int bits) {
-    Number shifted;
+inline Integer operator>>(const Integer& a, int bits) {
+    Integer shifted;
     EN_RShift(shifted, a, bits);
     return shifted;
 }
-inline Number operator<<(const Number& a, int bits) {
-    Number shifted;
+inline Integer operator<<(const Integer& a, int bits) {
+    Integer shifted;
     EN_LShift(shifted, a, bits);
     return shifted;
 }
-inline bool operator==(const Number& a, const Number& b) { return a.hex() == b.hex(); }
+inline bool operator==(const Integer& a, const Integer& b) { return a.hex() == b.hex(); }
 
 }  // namespace morvane::test
