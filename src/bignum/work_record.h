@@ -1,4 +1,4 @@
-// Records for intermediate values.
+// A record for an intermediate value, on the stack for the usual sizes, wiped at the end.
 #pragma once
 
 #include "bignum/work.h"
@@ -9,14 +9,18 @@
 
 namespace morvane::bignum {
 
-// A zero of length 0 with `room` words, on the stack for the usual sizes; wiped at the end of its life.
 class WorkRecord {
 public:
+    // Zero of length 0, with room for `room` words, at least 1.
     explicit WorkRecord(std::size_t room) noexcept : words_(std::max<std::size_t>(room, 1)) {
         record_.words = words_.get();
     }
     explicit operator bool() const noexcept { return static_cast<bool>(words_); }
     ENUM* get() noexcept { return &record_; }
+    ENUM* operator->() noexcept { return &record_; }
+    const ENUM* operator->() const noexcept { return &record_; }
+    ENUM& operator*() noexcept { return record_; }
+    const ENUM& operator*() const noexcept { return record_; }
 
 private:
     WorkWords words_;
