@@ -1,4 +1,4 @@
-// A record for an intermediate value, on the stack for the usual sizes, wiped at the end.
+// Records for intermediate values.
 #pragma once
 
 #include "bignum/work.h"
@@ -9,9 +9,9 @@
 
 namespace morvane::bignum {
 
+// A zero of length 0 with `room` words, on the stack for the usual sizes; wiped at the end of its life.
 class WorkRecord {
 public:
-    // Zero of length 0, with room for `room` words, at least 1.
     explicit WorkRecord(std::size_t room) noexcept : words_(std::max<std::size_t>(room, 1)) {
         record_.words = words_.get();
     }
