@@ -4,5 +4,6 @@
 
 #include <morvane/cipher.h>
 #include <morvane/hash.h>
+#include <morvane/random.h>
 
 #endif
