@@ -4,6 +4,7 @@
 
 #include <morvane/cipher.h>
 #include <morvane/hash.h>
+#include <morvane/pk.h>
 #include <morvane/random.h>
 
 #endif
