@@ -2,7 +2,7 @@
 #include <morvane/pk.h>
 #include <morvane/prime.h>
 
-#include "support/number.h"
+#include "support/integer.h"
 
 #include <gtest/gtest.h>
 #include <array>
@@ -12,25 +12,25 @@ namespace {
 
 using namespace morvane::test;
 
-const Number kOne(1);
+const Integer kOne(1);
 
 struct Key : E_RSA_KEY {
     Key() : E_RSA_KEY{} { E_RSA_Init(this); }
 };
 
-Number value(const ENUM& x) {
-    Number number;
+Integer value(const ENUM& x) {
+    Integer number;
     EN_Copy(number, &x);
     return number;
 }
 
 void expect_private_members(const Key& key) {
-    const Number d = value(key.d), p = value(key.p), q = value(key.q);
+    const Integer d = value(key.d), p = value(key.p), q = value(key.q);
     const bool even = key.e.words[0] % 2 == 0;
-    const Number product = d * value(key.e);
-    Number multiple;
+    const Integer product = d * value(key.e);
+    Integer multiple;
     EN_LCM(multiple, p - kOne, q - kOne);
-    for (const Number& prime : {p, q}) EXPECT_EQ(product % ((prime - kOne) >> (even ? 1 : 0)), kOne);
+    for (const Integer& prime : {p, q}) EXPECT_EQ(product % ((prime - kOne) >> (even ? 1 : 0)), kOne);
     EXPECT_LT(EN_UComp(d, multiple >> (even ? 1 : 0)), 0);
     EXPECT_EQ(value(key.dP), d % (p - kOne));
     EXPECT_EQ(value(key.dQ), d % (q - kOne));
@@ -39,9 +39,9 @@ void expect_private_members(const Key& key) {
 }
 
 void expect_key(const Key& key, std::uint32_t e) {
-    const Number p = value(key.p), q = value(key.q);
+    const Integer p = value(key.p), q = value(key.q);
     SCOPED_TRACE(p.hex() + " * " + q.hex() + ", e " + std::to_string(e));
-    EXPECT_EQ(value(key.e), Number(e));
+    EXPECT_EQ(value(key.e), Integer(e));
     EXPECT_EQ(value(key.n), p * q);
     EXPECT_GT(EN_UComp(p, q), 0);
     EXPECT_TRUE(EN_IsPrime(p) == 1 && EN_IsPrime(q) == 1);
@@ -79,8 +79,8 @@ TEST(RsaGenerate, PlainAndStrongKeys) {
 
 struct Auxiliary {
     std::array<std::array<std::uint8_t, 13>, 4> octets{};  // of p1, p2, q1, q2
-    Number operator[](std::size_t i) const {
-        Number prime;
+    Integer operator[](std::size_t i) const {
+        Integer prime;
         EN_U8ToENUM(prime, octets[i].data(), 13);
         return prime;
     }
@@ -93,10 +93,10 @@ std::int32_t generate(bool strong, Key& key, std::int32_t bits, std::uint32_t e,
 }
 
 void expect_x9(bool strong, const Key& key, const Auxiliary& auxiliary) {
-    const Number primes[] = {value(key.p), value(key.q)};
+    const Integer primes[] = {value(key.p), value(key.q)};
     for (std::size_t i = 0; i < 4; ++i) {
-        const Number& prime = primes[i / 2];
-        EXPECT_EQ((i % 2 == 0 ? prime - kOne : prime + kOne) % auxiliary[i], Number()) << i;
+        const Integer& prime = primes[i / 2];
+        EXPECT_EQ((i % 2 == 0 ? prime - kOne : prime + kOne) % auxiliary[i], Integer()) << i;
         EXPECT_EQ(auxiliary[i].bits(), 101U);
         EXPECT_EQ(strong ? EN_IsStrongPrime(auxiliary[i]) : EN_IsPrime(auxiliary[i]), 1) << i;
     }
@@ -120,7 +120,7 @@ TEST(RsaGenerate, X9Keys) {
             expect_key(key, e);
             if (bits > 500) expect_lengths(key, bits);
             expect_x9(strong, key, auxiliary);
-            Number divisor;
+            Integer divisor;
             EN_GCD(divisor, value(key.p) - kOne, value(key.q) - kOne);
             const std::string last = "len = " + std::to_string(divisor->length) + "\n";
             EXPECT_EQ(printed, strong ? "" : "p1 OK\np2 OK\nq1 OK\nq2 OK\n" + last);
@@ -168,7 +168,7 @@ TEST(RsaGenerate, MembersFromThePrimes) {
         set(key.n, 12345);
         E_RSA_GenerateD(&key);
         key.p.length = 1;
-        EXPECT_EQ(value(key.n), Number(12345));
+        EXPECT_EQ(value(key.n), Integer(12345));
         expect_private_members(key);
     }
     for (const auto& [p, q, e] : kWithoutMembers) {
