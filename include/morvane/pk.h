@@ -10,7 +10,8 @@
  *
  * Lengths are bytes, octet strings are big-endian. k is the length of the modulus: (bits of n + 7) / 8. Outputs have room for
  * k bytes unless their function says otherwise, and may overlap the inputs. A negative length is refused as a length that is
- * wrong. A modulus of zero, an even one, or one that does not fit its member is refused like an input that is too long.
+ * wrong. A modulus of zero, or one that does not fit its
+ * member, is refused like an input that is too long.
  *
  * Hashes of the newer schemes, hashId and mgfHashId:
  *     1 MD5, 5 HAS-160, 6 SHA-256, 7 SHA-384, 8 SHA-512, any other value SHA-1.
