@@ -3,6 +3,7 @@
 #include "ciphers.h"
 #include "command_line.h"
 #include "output.h"
+#include "sources.h"
 
 #include <algorithm>
 #include <array>
@@ -21,7 +22,7 @@ std::string padded(std::string text, std::size_t width) {
 
 ExitCode run_list(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
-    line.footer("BYTES are those of the digest or, for a cipher, of the key.");
+    line.footer("BYTES are those of the digest or, for a cipher, of the key; a random source gives any number.");
     if (const auto code = line.read(arguments)) return *code;
 
     std::vector<Row> rows = {{"NAME", "KIND", "BYTES", "NOTE"}};
@@ -31,6 +32,9 @@ ExitCode run_list(const Verb& verb, const Arguments& arguments) {
     }
     for (const Cipher& cipher : all_ciphers()) {
         rows.push_back({std::string(cipher.name), "cipher", cipher.key_lengths(), std::string(cipher.note)});
+    }
+    for (const RandomSource& source : all_random_sources()) {
+        rows.push_back({std::string(source.name), "random", "any", std::string(source.note)});
     }
     std::array<std::size_t, 3> widths{};
     for (const Row& row : rows) {

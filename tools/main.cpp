@@ -16,6 +16,7 @@ constexpr Verb kVerbs[] = {
     {"digest", "Prints or checks digests of files", run_digest},
     {"encrypt", "Enciphers a file", run_encrypt},
     {"decrypt", "Deciphers a file", run_decrypt},
+    {"random", "Prints random bytes", run_random},
     {"list", "Lists the algorithms", run_list},
     {"version", "Prints the version", run_version},
     {"help", "Explains the command or one of its verbs", run_help},

@@ -227,7 +227,7 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_DigestDataFinal(uint32_t csp, CspHandle 
  *
  *   0     nothing is added             5     bytes 0xFF
  *   2     bytes 0x00                   6, 7  bytes of the number of bytes added (PKCS #5)
- *   3     bytes 0x01                   9     random bytes: fails with CSP_ERR_PRIMITIVE_FAILED, there is no generator yet
+ *   3     bytes 0x01                   9     the first of a block of bytes of E_GenerateRandom, mode 0
  *   4     bytes 0x55                   any other value counts as 2
  *
  * Decryption removes no padding: a decryption that ends on a block boundary is finished with option 0, and whoever expects
@@ -274,7 +274,7 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_DecryptDataUpdate(uint32_t csp, CspHandl
  * Final does not end the session's operation: kept bytes (after padding, a block of them) and chaining value stay until the
  * next Init. Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT (null handle), CSP_ERR_NULL_POINTER (remainder is
  * null), CSP_ERR_PRIMITIVE_FAILED (nothing was begun), CSP_ERR_BAD_DATA (exactly one of Length and Data is zero),
- * CSP_ERR_MEMORY, CSP_ERR_OUTPUT_TOO_SHORT, CSP_ERR_PRIMITIVE_FAILED (padding option 9, or the key is gone); then
+ * CSP_ERR_MEMORY, CSP_ERR_OUTPUT_TOO_SHORT, CSP_ERR_PRIMITIVE_FAILED (the key is gone); then
  * *remainder and the kept bytes are as they were. */
 MORVANE_API int32_t MORVANE_STDCALL CSP_EncryptDataFinal(uint32_t csp, CspHandle handle, CSSM_DATA* remainder);
 MORVANE_API int32_t MORVANE_STDCALL CSP_DecryptDataFinal(uint32_t csp, CspHandle handle, CSSM_DATA* remainder);
@@ -350,7 +350,8 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_VerifyMac(uint32_t csp, CspHandle handle
 /* Makes a secret key as encryption and MACs take it: its data is the expanded key of the session's cipher.
  *   handle, context   a session or context record of type CSP_CONTEXT_KEYGEN; the context record wins
  *   usage, attributes go into the header's KeyUsage and KeyAttr
- *   label             the key before its expansion; only read
+ *   label             the key before its expansion; only read. Null, or with Length and Data both zero: a random key from
+ * RAND_Bytes (morvane/random.h), as long as CSP_ATTR_BLOCK_SIZE says; it is seen expanded only
  *   key               what is there is overwritten, but for KeyData: with Length and Data both zero the expanded key is
  * allocated, to be released by CSP_FreeKey; otherwise it goes into the caller's buffer, and Length becomes its length
  *
@@ -362,8 +363,8 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_VerifyMac(uint32_t csp, CspHandle handle
  * LogicalKeySizeInBits eight times the bytes of the key; words not named here become 0.
  *
  * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT, CSP_ERR_WRONG_CONTEXT_TYPE, CSP_ERR_NULL_POINTER (key is null),
- * CSP_ERR_UNKNOWN_ALGORITHM (not a cipher of this layer), CSP_ERR_PRIMITIVE_FAILED (no label, or one without data: there is
- * no generator yet to draw a key from), CSP_ERR_BAD_KEY (label is shorter than the key), CSP_ERR_BAD_DATA (exactly one of
+ * CSP_ERR_UNKNOWN_ALGORITHM (not a cipher of this layer), CSP_ERR_BAD_KEY (label is shorter than the key, or has a Length but
+ * no Data, or a random key of more than 256 bytes is wanted), CSP_ERR_BAD_DATA (exactly one of
  * Length and Data of the key is zero), CSP_ERR_OUTPUT_TOO_SHORT, CSP_ERR_MEMORY, CSP_ERR_BAD_KEY (the cipher has no key of
  * that length). A failure leaves *key as it was. */
 MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateKey(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
@@ -381,12 +382,11 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_FreeKey(uint32_t csp, const CSSM_DATA* p
 /* Fills output->Data with as many random bytes as the attribute CSP_ATTR_OUTPUT_SIZE asks for and sets output->Length to
  * that number. Data is the caller's, is not tested for null and never allocated here.
  *   handle, context   a session or context record of type CSP_CONTEXT_RANDOM; the context record wins
- * Algorithms: CSP_ALG_RANDOM and CSP_ALG_RANDOM_ALT.
+ * Algorithms: CSP_ALG_RANDOM, E_GenerateRandom with mode 0, and CSP_ALG_RANDOM_ALT, the same with mode 1. Neither is fit for
+ * keys: see morvane/random.h.
  * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT, CSP_ERR_WRONG_CONTEXT_TYPE, CSP_ERR_NO_OUTPUT_SIZE,
  * CSP_ERR_NULL_POINTER (output is null), CSP_ERR_BAD_DATA (output->Length is below the number wanted; deliberately not
- * CSP_ERR_OUTPUT_TOO_SHORT), CSP_ERR_UNKNOWN_ALGORITHM.
- * This version has no generator to draw from: a request that passes every check sets output->Length, writes nothing to
- * Data and fails with CSP_ERR_PRIMITIVE_FAILED. */
+ * CSP_ERR_OUTPUT_TOO_SHORT), CSP_ERR_UNKNOWN_ALGORITHM. */
 MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateRandom(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
                                                        CSSM_DATA* output);
 

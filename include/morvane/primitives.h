@@ -6,5 +6,6 @@
 #include <morvane/cipher.h>
 #include <morvane/hash.h>
 #include <morvane/pk.h>
+#include <morvane/random.h>
 
 #endif

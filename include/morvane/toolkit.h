@@ -76,9 +76,9 @@ MORVANE_API int32_t MORVANE_CALL K_GenHash(K_CONTEXT* context, uint32_t selector
                                            CSSM_DATA* output);
 
 /* Hands out `count` random bytes through `bytes`.
- *   selector   0 the generator of CSP_ALG_RANDOM_ALT, 1 that of CSP_ALG_RANDOM
- * Returns 0 and stores nothing; -1, stores nothing and sets *bytes to null when the provider refuses or fails, as it does
- * in this version, which has no generator yet. Otherwise stores and returns KERR_NOT_READY (bytes is null) or KERR_MEMORY,
+ *   selector   0 the generator of CSP_ALG_RANDOM_ALT, 1 that of CSP_ALG_RANDOM; neither is fit for keys
+ * Returns 0 and stores nothing; -1, stores nothing and sets *bytes to null when the provider refuses, as it does any other
+ * selector. Otherwise stores and returns KERR_NOT_READY (bytes is null) or KERR_MEMORY,
  * which also answers a count of 2^32 - 1. Does not need K_KCCInit. */
 MORVANE_API int32_t MORVANE_CALL K_GenRandom(K_CONTEXT* context, uint32_t selector, uint32_t count, uint8_t** bytes);
 

@@ -2,26 +2,12 @@
 #include "bignum/kernels.h"
 #include "bignum/product.h"
 #include "bignum/record.h"
-#include "bignum/work.h"
+#include "bignum/work_record.h"
 
 #include <algorithm>
 
 namespace morvane::bignum {
 namespace {
-
-// A record for an intermediate value of up to `room` words, on the stack for the usual sizes.
-class WorkRecord {
-public:
-    explicit WorkRecord(std::size_t room) noexcept : words_(std::max<std::size_t>(room, 1)) {
-        record_.words = words_.get();
-    }
-    explicit operator bool() const noexcept { return static_cast<bool>(words_); }
-    ENUM* get() noexcept { return &record_; }
-
-private:
-    WorkWords words_;
-    ENUM record_{0, 0, nullptr};
-};
 
 std::int32_t multiply_mod(ENUM* r, const ENUM* a, const ENUM* b, const ENUM* m) noexcept {
     WorkRecord product(words_in(*a) + words_in(*b));

@@ -45,7 +45,7 @@ bool finish(CspSession& session, Operation operation, std::uint32_t padding, CSS
     const CspCipherTable& table = *session.cipher_table;
     const std::uint32_t carried = std::min(session.carried_bytes, table.block_bytes);
     std::uint32_t count = carried;
-    if (!pad_block(table, session.carried, count, padding)) return false;
+    pad_block(table, session.carried, count, padding);
     if (count != 0) {
         std::uint8_t block[CSP_CHAIN_BYTES] = {};  // zero behind the carried bytes, where decryption reads the block whole
         std::memcpy(block, session.carried, count);

@@ -8,6 +8,7 @@
 
 #include <morvane/cipher.h>
 #include <morvane/csp.h>
+#include <morvane/random.h>
 
 #include <cstdlib>
 
@@ -36,6 +37,9 @@ std::int32_t schedule_parameter(const CspSession& session) noexcept {
     return static_cast<std::int32_t>(parameter);
 }
 
+// As long as the longest key of any cipher.
+constexpr std::uint32_t kMostRandomBytes = 256;
+
 }  // namespace
 
 int32_t MORVANE_STDCALL CSP_GenerateKey(uint32_t /*csp*/, CspHandle handle, const CSSM_CONTEXT* context, uint32_t usage,
@@ -46,10 +50,13 @@ int32_t MORVANE_STDCALL CSP_GenerateKey(uint32_t /*csp*/, CspHandle handle, cons
     if (key == nullptr) return fail(CSP_ERR_NULL_POINTER);
     const CipherChoice cipher = find_cipher_table(session->algorithm, CSP_MODE_ECB);
     if (cipher.table == nullptr) return fail(cipher.error);
-    if (label == nullptr || label->Data == nullptr) return fail(CSP_ERR_PRIMITIVE_FAILED);
-    const std::uint32_t otherwise = cipher.table->key_bytes != 0 ? cipher.table->key_bytes : label->Length;
+    const CSSM_DATA bytes = label == nullptr ? CSSM_DATA{0, nullptr} : *label;
+    const bool is_random = bytes.Data == nullptr && bytes.Length == 0;
+    const std::uint32_t otherwise = cipher.table->key_bytes != 0 ? cipher.table->key_bytes : bytes.Length;
     const std::uint32_t key_bytes = integer_attribute(*session, CSP_ATTR_BLOCK_SIZE, otherwise);
-    if (label->Length < key_bytes) return fail(CSP_ERR_BAD_KEY);
+    if (is_random ? key_bytes > kMostRandomBytes : bytes.Data == nullptr || bytes.Length < key_bytes) {
+        return fail(CSP_ERR_BAD_KEY);
+    }
 
     const std::uint32_t room = expanded_key_room(session->algorithm);
     const CSSM_DATA given = key->KeyData;
@@ -57,7 +64,10 @@ int32_t MORVANE_STDCALL CSP_GenerateKey(uint32_t /*csp*/, CspHandle handle, cons
     if (given.Data != nullptr && given.Length < room) return fail(CSP_ERR_OUTPUT_TOO_SHORT);
     auto* const expanded = static_cast<std::uint8_t*>(std::calloc(1, room + 1));  // for the null cipher, too, an address
     if (expanded == nullptr) return fail(CSP_ERR_MEMORY);
-    if (!cipher.table->set_key(expanded, label->Data, key_bytes, schedule_parameter(*session))) {
+    morvane::SecretArray<std::uint8_t, kMostRandomBytes> random;
+    if (is_random) RAND_Bytes(random.items.data(), static_cast<std::int32_t>(key_bytes));
+    const std::uint8_t* const key_data = is_random ? random.items.data() : bytes.Data;
+    if (!cipher.table->set_key(expanded, key_data, key_bytes, schedule_parameter(*session))) {
         std::free(expanded);
         return fail(CSP_ERR_BAD_KEY);
     }

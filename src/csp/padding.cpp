@@ -1,5 +1,7 @@
 #include "csp/padding.h"
 
+#include <morvane/random.h>
+
 #include <cstring>
 
 namespace morvane::csp {
@@ -23,17 +25,21 @@ std::uint8_t fill_byte(std::uint32_t option, std::uint32_t missing) noexcept {
 
 }  // namespace
 
-bool pad_block(const CspCipherTable& cipher, std::uint8_t* carried, std::uint32_t& count, std::uint32_t option) noexcept {
+void pad_block(const CspCipherTable& cipher, std::uint8_t* carried, std::uint32_t& count, std::uint32_t option) noexcept {
     if (cipher.block_bytes == 0) {
         count = 0;
-        return true;
+        return;
     }
-    if (option == kPadNone) return true;
-    if (option == kPadRandom) return false;
+    if (option == kPadNone) return;
     const std::uint32_t missing = cipher.block_bytes - count;
-    std::memset(carried + count, fill_byte(option, missing), missing);
+    if (option == kPadRandom) {
+        std::uint8_t random[CSP_CHAIN_BYTES];  // always a whole block, whatever is needed of it
+        E_GenerateRandom(random, cipher.block_bytes, 0);
+        std::memcpy(carried + count, random, missing);
+    } else {
+        std::memset(carried + count, fill_byte(option, missing), missing);
+    }
     count = cipher.block_bytes;
-    return true;
 }
 
 }  // namespace morvane::csp

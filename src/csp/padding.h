@@ -16,14 +16,12 @@ enum PaddingOption : std::uint32_t {
     kPadOnes = 5,         // bytes 0xFF
     kPadPkcs5 = 6,        // as many bytes as are missing, each of that number
     kPadPkcs5Too = 7,
-    kPadRandom = 9,
+    kPadRandom = 9,  // from the digest chain
 };
 
 // Fills the block that begins with `count` carried bytes, below the cipher's block length, and sets count to the block
 // length; a count of 0 becomes a whole block of padding. kPadNone leaves both alone. An option without a meaning fills with
-// zeros. A stream cipher has no blocks: count becomes 0 and nothing is written. False for kPadRandom: there is no generator
-// to draw from; then nothing has changed.
-[[nodiscard]] bool pad_block(const CspCipherTable& cipher, std::uint8_t* carried, std::uint32_t& count,
-                             std::uint32_t option) noexcept;
+// zeros. A stream cipher has no blocks: count becomes 0 and nothing is written.
+void pad_block(const CspCipherTable& cipher, std::uint8_t* carried, std::uint32_t& count, std::uint32_t option) noexcept;
 
 }  // namespace morvane::csp

@@ -1,5 +1,6 @@
 // CSP_GenerateRandom: random bytes.
 #include <morvane/csp.h>
+#include <morvane/random.h>
 
 #include "csp/error.h"
 #include "csp/session.h"
@@ -19,5 +20,6 @@ int32_t MORVANE_STDCALL CSP_GenerateRandom(uint32_t /*csp*/, CspHandle handle, c
         return fail(CSP_ERR_UNKNOWN_ALGORITHM);
     }
     output->Length = size->Attribute.Uint32;
-    return fail(CSP_ERR_PRIMITIVE_FAILED);  // there is no generator to draw from
+    E_GenerateRandom(output->Data, output->Length, session->algorithm == CSP_ALG_RANDOM ? 0 : 1);
+    return kSuccess;
 }

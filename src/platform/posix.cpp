@@ -23,4 +23,6 @@ std::uint32_t process_clock() noexcept { return static_cast<std::uint32_t>(std::
 
 ScreenSize screen_size() noexcept { return {0, 0}; }
 
+bool system_random(std::uint8_t* bytes, std::size_t size) noexcept { return getentropy(bytes, size) == 0; }
+
 }  // namespace morvane::platform

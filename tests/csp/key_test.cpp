@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <cstring>
+#include <set>
 
 namespace {
 
@@ -143,6 +144,31 @@ TEST_F(CspKey, HeaderSaysWhatItIs) {
     EXPECT_EQ(std::memcmp(&key.KeyHeader, &expected, sizeof expected), 0);
 }
 
+TEST_F(CspKey, IsRandomWithoutALabel) {
+    const CSSM_DATA empty = {0, nullptr};
+    std::set<std::string> seen;
+    begin(CSP_ALG_DES3);
+    for (const CSSM_DATA* const label : {static_cast<const CSSM_DATA*>(nullptr), &empty, &empty}) {
+        Bytes room(256);
+        CSSM_KEY key{};
+        key.KeyData = {256, room.data()};
+        EXPECT_EQ(generate(label, &key), 0);
+        EXPECT_EQ(key.KeyHeader.LogicalKeySizeInBits, 128U);
+        seen.insert(to_hex(room.data(), 128));
+        seen.insert(to_hex(room.data() + 128, 128));
+    }
+    EXPECT_EQ(seen.size(), 6U) << "of the schedules of both halves of three keys";
+
+    CSSM_KEY key{};
+    begin(CSP_ALG_RC4);
+    EXPECT_FAILS(generate(nullptr, &key), CSP_ERR_BAD_KEY);  // how long is not said
+    add(CSP_ATTR_BLOCK_SIZE, 256);
+    EXPECT_EQ(generate(nullptr, &key), 0);
+    EXPECT_EQ(CSP_FreeKey(100, nullptr, &key), 0);
+    attributes[0].Attribute.Uint32 = 257;
+    EXPECT_FAILS(generate(nullptr, &key), CSP_ERR_BAD_KEY);
+}
+
 TEST_F(CspKey, ChecksInOrder) {
     begin(CSP_ALG_SHA1);
     const CSSM_DATA no_data = {8, nullptr}, short_label = {15, bytes.data()}, label = {16, bytes.data()};
@@ -156,8 +182,7 @@ TEST_F(CspKey, ChecksInOrder) {
     begin(CSP_ALG_SEED);
     Bytes room(127);
     key.KeyData = {127, nullptr};
-    EXPECT_FAILS(generate(nullptr, &key), CSP_ERR_PRIMITIVE_FAILED);
-    EXPECT_FAILS(generate(&no_data, &key), CSP_ERR_PRIMITIVE_FAILED);
+    EXPECT_FAILS(generate(&no_data, &key), CSP_ERR_BAD_KEY);
     EXPECT_FAILS(generate(&short_label, &key), CSP_ERR_BAD_KEY);
     EXPECT_FAILS(generate(&label, &key), CSP_ERR_BAD_DATA);
     key.KeyData.Data = room.data();

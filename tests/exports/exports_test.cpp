@@ -1,5 +1,6 @@
 // Every listed export: declared in a public header, with the listed bytes of arguments, found in the library under its
 // listed name, aliases at the address of their target.
+#include <morvane/bignum.h>
 #include <morvane/csp.h>
 #include <morvane/primitives.h>
 #include <morvane/toolkit.h>

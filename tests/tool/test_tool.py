@@ -4,6 +4,7 @@
 usage: test_tool.py TOOL [EMULATOR...]
 """
 
+import binascii
 import hashlib
 import os
 import signal
@@ -337,6 +338,39 @@ class CipherTest(ToolTest):
         self.assertEqual(os.listdir(), ["file"])
 
 
+class RandomTest(ToolTest):
+    def test_every_source_and_format(self):
+        seen = set()
+        for count in (0, 1, 2, 3, 49152, 100001):
+            out, _ = self.run_tool("random", str(count), "--format", "raw")
+            self.assertEqual(len(out), count)
+            out, _ = self.run_tool("random", str(count))
+            self.assertRegex(out, rb"^[0-9a-f]{%d}\n$" % (2 * count))
+            out, _ = self.run_tool("random", str(count), "--format=base64")
+            self.assertEqual(binascii.b2a_base64(binascii.a2b_base64(out)), out)
+            self.assertEqual(len(binascii.a2b_base64(out)), count)
+        for source in ("pool", "key-pool", "POOL", "Key-Pool", "des"):
+            out, _ = self.run_tool("random", "--source", source, "20")
+            self.assertEqual(len(out), 41)
+            seen.add(out)
+        self.assertEqual(len(seen), 5)
+        chain = self.run_tool("random", "100001", "--source", "md5-chain", "--format", "raw")[0]
+        for at in range(16, 100000, 16):
+            self.assertEqual(hashlib.md5(chain[at - 16:at]).digest(), chain[at:at + 16], at)
+
+    def test_wrong_usage(self):
+        for arguments in ([], ["-1"], ["99999999999999999999"], ["many"], ["5", "--source", "nothing"], ["5", "--format", "nothing"]):
+            out, err = self.run_tool("random", *arguments, code=USAGE)
+            self.assertEqual(out, b"")
+            self.assertRegex(err, rb"^morvane: [^\n]*; see 'morvane help random'\n$")
+
+    def test_standard_output_that_fails(self):
+        with open("/dev/full", "wb") as full:
+            for name in ("hex", "raw"):
+                _, err = self.run_tool("random", "99999999999", "--format", name, code=INPUT_OUTPUT, stdout=full)
+                self.assertRegex(err, rb"^morvane: standard output: [^\n]+\n$")
+
+
 class CommandTest(ToolTest):
     def test_wrong_usage(self):
         for arguments in ([], ["nothing"], ["digest"], ["digest", "nothing"], ["digest", "sha1", "--nothing"],
@@ -348,7 +382,7 @@ class CommandTest(ToolTest):
     def test_help_names_every_verb_and_option(self):
         out, _ = self.run_tool("help")
         verbs = [line.split()[0].decode() for line in out.split(b"\n") if line.startswith(b"  ")]
-        self.assertEqual(verbs, ["digest", "encrypt", "decrypt", "list", "version", "help"])
+        self.assertEqual(verbs, ["digest", "encrypt", "decrypt", "random", "list", "version", "help"])
         self.assertEqual(self.run_tool("-h")[0], out)
         out, _ = self.run_tool("help", "digest")
         for option in (b"ALGORITHM", b"FILE", b"--check", b"--quiet", b"Exit codes"):
@@ -362,6 +396,7 @@ class CommandTest(ToolTest):
         out, _ = self.run_tool("list")
         self.assertRegex(out, rb"(?m)^NAME +KIND +BYTES +NOTE\n(.*\n)*sha1 +digest +20 +broken")
         self.assertRegex(out, rb"(?m)^des3 +cipher +24 .*CBC only\n(.*\n)*blowfish +cipher +1-72 ")
+        self.assertRegex(out, rb"(?m)^pool +random +any +for keys(.*\n)*des +random +any +not for secrets\n")
 
 
 if __name__ == "__main__":

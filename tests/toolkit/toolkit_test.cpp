@@ -1,6 +1,7 @@
 // The toolkit's context and its hash, MAC and random calls.
 #include <morvane/cipher.h>
 #include <morvane/csp.h>
+#include <morvane/random.h>
 #include <morvane/toolkit.h>
 
 #include "support/bytes.h"
@@ -327,17 +328,41 @@ TEST_F(Toolkit, RefusesKeysAndSelectorsOfMacs) {
     EXPECT_EQ(K_GenMac(context, K_MAC_DES, &key_data, &endless, &mac), KERR_MEMORY);
 }
 
-TEST_F(Toolkit, RandomBytesFailWithoutAStoredCode) {
-    std::uint8_t byte = 0, *random = &byte;
-    context->last_error = 77;
-    for (const std::uint32_t count : {0U, 32U, 5000U}) {
-        random = &byte;
-        EXPECT_EQ(K_GenRandom(context, 1, count, &random), -1);
-        EXPECT_EQ(random, nullptr);
+TEST_F(Toolkit, RandomBytesAreThoseOfTheSelectedGenerator) {
+    const auto md5 = [this](const Bytes& bytes) {
+        const CSSM_DATA input = view(bytes);
+        CSSM_DATA digest = {0, nullptr};
+        EXPECT_EQ(K_GenHash(context, K_HASH_MD5, &input, &digest), 0);
+        return taken(digest);
+    };
+    Bytes state(16);
+    E_GenerateRandom_MD5(state.data(), 16);
+    for (const std::uint32_t count : {4000U, 0U, 16U}) {
+        std::uint8_t* random = nullptr;
+        context->last_error = 77;
+        ASSERT_EQ(K_GenRandom(context, 0, count, &random), 0) << "not the chain";
+        K_free(context, random);
+        ASSERT_EQ(K_GenRandom(context, 1, count, &random), 0);
         EXPECT_EQ(context->last_error, 77U);
-        EXPECT_EQ(GetError(), std::uint32_t{CSP_ERR_PRIMITIVE_FAILED});
+        for (std::uint32_t i = 0; i < count; i += 16) {
+            state = md5(state);
+            ASSERT_EQ(Bytes(random + i, random + i + 16), state) << i;
+        }
+        K_free(context, random);
     }
+    fail_each_allocation([&](int) {
+        std::uint8_t* random = state.data();
+        const std::int32_t code = K_GenRandom(context, 0, 32, &random);
+        EXPECT_TRUE(code == 0 || code == KERR_MEMORY);
+        EXPECT_EQ(random != nullptr, code == 0);
+        K_free(context, random);
+        return code == 0;
+    });
+    std::uint8_t* random = state.data();
+    context->last_error = 77;
     EXPECT_EQ(K_GenRandom(context, 2, 5, &random), -1);
+    EXPECT_EQ(random, nullptr);
+    EXPECT_EQ(context->last_error, 77U);
     EXPECT_EQ(GetError(), std::uint32_t{CSP_ERR_UNKNOWN_ALGORITHM});
     EXPECT_EQ(K_GenRandom(context, 0, 0xffffffff, &random), KERR_MEMORY);
 }
