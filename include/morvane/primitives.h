@@ -2,6 +2,7 @@
 #ifndef MORVANE_PRIMITIVES_H
 #define MORVANE_PRIMITIVES_H
 
+#include <morvane/asn1.h>
 #include <morvane/cipher.h>
 #include <morvane/hash.h>
 #include <morvane/pk.h>
