@@ -18,7 +18,10 @@ target_compile_options(morvane_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Werror
   -Wshadow -Wconversion -Wsign-conversion -Wcast-align -Wcast-qual -Wformat=2 -Wundef -Wvla -Wdouble-promotion
   $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi>
-  $<$<COMPILE_LANGUAGE:C>:-Wstrict-prototypes>)
+  $<$<COMPILE_LANGUAGE:C>:-Wstrict-prototypes>
+  # Attributes that template arguments lose, as below, and comparisons that can be true in the 32-bit builds only.
+  $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-align-mismatch>
+  $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-tautological-constant-out-of-range-compare>)
 
 add_library(morvane_compile INTERFACE)
 target_link_libraries(morvane_compile INTERFACE morvane_warnings)
@@ -38,6 +41,9 @@ if(WIN32)
 endif()
 if(MORVANE_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  if(MORVANE_BUILD_FUZZERS)
+    list(APPEND sanitizers -fsanitize=fuzzer-no-link)
+  endif()
   target_compile_options(morvane_compile INTERFACE ${sanitizers})
   target_link_options(morvane_compile INTERFACE ${sanitizers})
 endif()

@@ -2,8 +2,10 @@
 #ifndef MORVANE_PRIMITIVES_H
 #define MORVANE_PRIMITIVES_H
 
+#include <morvane/asn1.h>
 #include <morvane/cipher.h>
 #include <morvane/hash.h>
+#include <morvane/pk.h>
 #include <morvane/random.h>
 
 #endif

@@ -99,6 +99,26 @@ MORVANE_API int32_t MORVANE_CALL K_GenMac(K_CONTEXT* context, uint32_t selector,
 MORVANE_API int32_t MORVANE_CALL K_VerifyMac(K_CONTEXT* context, uint32_t selector, const CSSM_DATA* key,
                                              const CSSM_DATA* message, const CSSM_DATA* expected);
 
+/* Takes a public RSA key in DER (morvane/asn1.h) apart into the two fields of a WTLS key: exponent and modulus, big-endian
+ * in their fewest octets, of 0 octets for zero. The 16-bit lengths that stand before them on the wire are not part of them.
+ *   exponent, modulus   become the addresses of zero-filled blocks of 400 bytes, or more for moduli above 3200 bits
+ * Returns 1 and stores nothing, also for a key that does not decode: then the fields are those that precede the fault, and
+ * the rest is empty. Otherwise stores and returns KERR_NOT_READY (an address is null) or KERR_MEMORY; if it is the modulus
+ * for which there is no memory, the exponent has been handed out and is the caller's. -1 for a null context. Does not need
+ * K_KCCInit. */
+MORVANE_API uint32_t MORVANE_CALL K_RSAPublicKey2WTLS(K_CONTEXT* context, const uint8_t* der, uint32_t der_length,
+                                                      uint8_t** exponent, uint16_t* exponent_length, uint8_t** modulus,
+                                                      uint16_t* modulus_length);
+
+/* Makes a public RSA key in DER of the two fields of a WTLS key; leading zero octets are accepted, and an empty field is 0.
+ *   der   becomes the address of a zero-filled block of 200 bytes, or more where the key needs it
+ * Returns 1 and stores nothing; -1 and stores nothing for a null context, an exponent of 2^32 or more, and a modulus of
+ * 2^4800 or more, which no key can have. Otherwise stores and returns KERR_NOT_READY (an address is null) or KERR_MEMORY.
+ * Does not need K_KCCInit. */
+MORVANE_API uint32_t MORVANE_CALL K_WTLSPublicKey2RSA(K_CONTEXT* context, const uint8_t* exponent, uint16_t exponent_length,
+                                                      const uint8_t* modulus, uint16_t modulus_length, uint8_t** der,
+                                                      uint32_t* der_length);
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,6 +1,5 @@
 #include "prime/sieve.h"
 
-#include "base/wipe.h"
 #include "prime/residues.h"
 
 #include <algorithm>
@@ -9,15 +8,12 @@
 namespace morvane::prime {
 namespace {
 
-// Candidates at a time: of the windows of a plain search, one in a hundred has none.
-constexpr std::uint32_t kWindow = 512;
-
-// What of the table has more than one candidate of a window to rule out.
-constexpr std::size_t kShortPrimes = [] {
+// How many primes of the table are below a limit.
+constexpr std::size_t primes_below(std::uint32_t limit) noexcept {
     std::size_t count = 0;
-    while (kTable[count] < kWindow) ++count;
+    while (kTable[count] < limit) ++count;
     return count;
-}();
+}
 
 // floor(2^32 / p)
 constexpr std::array<std::uint32_t, kPrimes> kReciprocals = [] {
@@ -53,52 +49,71 @@ std::uint16_t invert(std::int32_t a, std::int32_t p) noexcept {
 
 }  // namespace
 
-Sieve::Sieve() noexcept : safe_(false) {
+Sieve::Sieve() noexcept : ruled_out_(RuledOut::kUpToOne) {
     for (std::size_t i = 0; i < kPrimes; ++i) inverses_[i] = static_cast<std::uint16_t>((kTable[i] + 1) / 2);
 }
 
-Sieve::Sieve(std::span<const bignum::Word> step, bool safe) noexcept : safe_(safe) {
+Sieve::Sieve(std::span<const bignum::Word> step, RuledOut ruled_out) noexcept : ruled_out_(ruled_out) {
     set_residues(inverses_, step);
     for (std::size_t i = 0; i < kPrimes; ++i) inverses_[i] = invert(inverses_[i], kTable[i]);
 }
 
-// The positions that a prime rules out come from one residue: a multiple of p is reached after -x / step steps, the residue
-// 1 comes 1 / step steps later, the residue 3 two times that later still.
 std::uint32_t Sieve::steps_to_candidate(std::span<const bignum::Word> x) const noexcept {
+    return SieveWalk(*this, x).next();
+}
+
+SieveWalk::SieveWalk(const Sieve& sieve, std::span<const bignum::Word> x) noexcept : sieve_(sieve) {
     SecretArray<std::uint16_t, kPrimes> residues;
     set_residues(residues.items, x);
-    SecretArray<std::uint16_t, kPrimes> multiples;  // the next multiple, in steps from the window's first candidate
     for (std::size_t i = 0; i < kPrimes; ++i) {
-        multiples.items[i] =
-            static_cast<std::uint16_t>(multiply_mod(kTable[i] - std::uint32_t{residues.items[i]}, inverses_[i], i));
+        const std::uint32_t steps = multiply_mod(kTable[i] - std::uint32_t{residues.items[i]}, sieve.inverses_[i], i);
+        multiples_.items[i] = static_cast<std::uint16_t>(steps);
     }
-    for (std::uint32_t first = 0;; first += kWindow) {
-        SecretArray<bool, kWindow + 1> ruled_out;  // the last one stands for whatever lies beyond
-        bool* const window = ruled_out.items.data();
-        const auto rule_out = [&](std::size_t prime, auto rule_out_from) {
-            const std::uint32_t p = kTable[prime];
-            const std::uint32_t inverse = inverses_[prime];
-            if (inverse == 0) return;
-            const std::uint32_t multiple = multiples.items[prime];
-            const std::uint32_t one = add_mod(multiple, inverse, p);
-            rule_out_from(multiple, p);
-            rule_out_from(one, p);
-            if (safe_) rule_out_from(add_mod(add_mod(one, inverse, p), inverse, p), p);
-        };
-        for (std::size_t i = 0; i < kShortPrimes; ++i) {
-            rule_out(i, [=](std::uint32_t at, std::uint32_t p) {
-                for (; at < kWindow; at += p) window[at] = true;
-            });
-        }
-        for (std::size_t i = kShortPrimes; i < kPrimes; ++i) {
-            rule_out(i, [=](std::uint32_t at, std::uint32_t) { window[std::min(at, kWindow)] = true; });
-        }
-        const bool* const found = std::find(window, window + kWindow, false);
-        if (found != window + kWindow) return first + static_cast<std::uint32_t>(found - window);
-        for (std::size_t i = 0; i < kPrimes; ++i) {
-            const std::uint32_t p = kTable[i];
-            multiples.items[i] = static_cast<std::uint16_t>(add_mod(multiples.items[i], p - kWindow % p, p));
-        }
+    fill();
+}
+
+// The positions that a prime rules out come from one residue: a multiple of p is reached after -x / step steps, the residue
+// 1 comes 1 / step steps later, the residue 3 two times that later still.
+void SieveWalk::fill() noexcept {
+    bool* const window = window_.items.data();
+    std::fill_n(window, kWindow, false);
+    const auto rule_out = [this](std::size_t prime, auto rule_out_from) {
+        const std::uint32_t p = kTable[prime];
+        const std::uint32_t inverse = sieve_.inverses_[prime];
+        if (inverse == 0) return;
+        const std::uint32_t multiple = multiples_.items[prime];
+        rule_out_from(multiple, p);
+        if (sieve_.ruled_out_ == RuledOut::kZero) return;
+        const std::uint32_t one = add_mod(multiple, inverse, p);
+        rule_out_from(one, p);
+        if (sieve_.ruled_out_ == RuledOut::kUpToOneAndHalf) rule_out_from(add_mod(add_mod(one, inverse, p), inverse, p), p);
+    };
+    constexpr std::size_t kShortPrimes = primes_below(kWindow);  // the others have one candidate of a window at most
+    for (std::size_t i = 0; i < kShortPrimes; ++i) {
+        rule_out(i, [=](std::uint32_t at, std::uint32_t p) {
+            for (; at < kWindow; at += p) window[at] = true;
+        });
+    }
+    for (std::size_t i = kShortPrimes; i < kPrimes; ++i) {
+        rule_out(i, [=](std::uint32_t at, std::uint32_t) { window[std::min(at, kWindow)] = true; });
+    }
+    at_ = 0;
+}
+
+void SieveWalk::move_on() noexcept {
+    for (std::size_t i = 0; i < kPrimes; ++i) {
+        const std::uint32_t p = kTable[i];
+        multiples_.items[i] = static_cast<std::uint16_t>(add_mod(multiples_.items[i], p - kWindow % p, p));
+    }
+    first_ += kWindow;
+    fill();
+}
+
+std::uint32_t SieveWalk::next() noexcept {
+    const bool* const window = window_.items.data();
+    for (;; move_on()) {
+        at_ = static_cast<std::uint32_t>(std::find(window + at_, window + kWindow, false) - window);
+        if (at_ != kWindow) return first_ + at_++;
     }
 }
 

@@ -52,6 +52,23 @@ TEST(Sieve, FindsWhatTheScanFinds) {
     }
 }
 
+TEST(SieveWalk, PassesWhatNoPrimeOfTheTableDivides) {
+    Random random(12289);
+    SCOPED_TRACE("seed 12289");
+    Integer x, step;
+    for (Integer* const number : {&x, &step}) EN_U8ToENUM(*number, random.bytes(30).data(), 30);
+    step->words[0] &= ~1U;
+    x->words[0] |= 1;
+    const Sieve sieve(morvane::bignum::magnitude(*step), RuledOut::kZero);
+    SieveWalk walk(sieve, morvane::bignum::magnitude(*x));
+    for (std::uint32_t count = 0, next = walk.next(); count < 2000; ++count, EN_Add(x, x, step)) {
+        const auto divides = [&](std::uint32_t prime) { return EN_ModU32(x, prime) == 0; };
+        const bool passed = std::none_of(kTable.begin(), kTable.end(), divides);
+        ASSERT_EQ(next == count, passed) << x.hex() << ", step " << count;
+        if (passed) next = walk.next();
+    }
+}
+
 bool passes(const Integer& n, std::uint32_t base) { return miller_rabin(*n, *Integer(base)) == Verdict::kPrime; }
 
 TEST(MillerRabin, MeetsPublishedPseudoprimes) {

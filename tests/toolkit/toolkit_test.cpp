@@ -150,6 +150,96 @@ TEST_F(Toolkit, RefusesNullAndUnreadyContexts) {
     expect_not_ready(K_GenHash(context, 2, &input, &output));
 }
 
+// A public key in DER: a modulus of so many bytes, the top bit set.
+Bytes rsa_public_key(std::size_t modulus_bytes, const Bytes& exponent) {
+    Bytes der = {0x30,
+                 0x82,
+                 0,
+                 0,
+                 0x02,
+                 0x82,
+                 static_cast<std::uint8_t>((modulus_bytes + 1) >> 8),
+                 static_cast<std::uint8_t>(modulus_bytes + 1),
+                 0x00};
+    der.insert(der.end(), modulus_bytes, 0xc3);
+    der.insert(der.end(), {0x02, static_cast<std::uint8_t>(exponent.size())});
+    der.insert(der.end(), exponent.begin(), exponent.end());
+    der[2] = static_cast<std::uint8_t>((der.size() - 4) >> 8);
+    der[3] = static_cast<std::uint8_t>(der.size() - 4);
+    return der;
+}
+
+TEST_F(Toolkit, RsaKeysGoToWtlsFieldsAndBack) {
+    const Bytes e = {1, 0, 1}, padded_e = {0, 0, 0, 1, 0, 1};
+    for (const std::size_t k : {256U, 401U, 600U}) {
+        const Bytes der = rsa_public_key(k, e), modulus(k, 0xc3);
+        std::uint8_t *exponent_field = nullptr, *modulus_field = nullptr, *back = nullptr;
+        std::uint16_t exponent_length = 0, modulus_length = 0;
+        std::uint32_t back_length = 0;
+        context->last_error = 77;
+        ASSERT_EQ(K_RSAPublicKey2WTLS(context, der.data(), size32(der), &exponent_field, &exponent_length, &modulus_field,
+                                      &modulus_length),
+                  1U);
+        EXPECT_EQ(Bytes(exponent_field, exponent_field + exponent_length), e);
+        EXPECT_EQ(Bytes(modulus_field, modulus_field + modulus_length), modulus);
+        ASSERT_EQ(K_WTLSPublicKey2RSA(context, padded_e.data(), 6, modulus_field, modulus_length, &back, &back_length), 1U);
+        EXPECT_EQ(Bytes(back, back + back_length), der);
+        EXPECT_EQ(context->last_error, 77U) << "success stores nothing";
+        for (std::uint8_t* const block : {exponent_field, modulus_field, back}) K_free(context, block);
+    }
+}
+
+TEST_F(Toolkit, WtlsFieldsOfWhatIsNoKey) {
+    Bytes der = rsa_public_key(200, {1, 0, 1});
+    der[der.size() - 5] = 0x03;  // the exponent's tag
+    std::uint8_t *exponent = nullptr, *modulus = nullptr, *key = nullptr;
+    std::uint16_t exponent_length = 9, modulus_length = 9;
+    std::uint32_t key_length = 0;
+    const auto to_wtls = [&](const std::uint8_t* bytes, std::uint32_t size) {
+        return K_RSAPublicKey2WTLS(context, bytes, size, &exponent, &exponent_length, &modulus, &modulus_length);
+    };
+    const auto free_fields = [&] {
+        K_free(context, std::exchange(exponent, nullptr));
+        K_free(context, std::exchange(modulus, nullptr));
+    };
+    ASSERT_EQ(to_wtls(der.data(), size32(der)), 1U);
+    EXPECT_EQ(exponent_length, 0);
+    EXPECT_EQ(modulus_length, 200) << "what was read before the fault";
+    free_fields();
+    ASSERT_EQ(to_wtls(nullptr, 5), 1U);
+    EXPECT_EQ(exponent_length + modulus_length, 0);
+    free_fields();
+    fail_each_allocation([&](int n) {
+        const std::uint32_t code = to_wtls(der.data(), size32(der));
+        EXPECT_EQ(exponent != nullptr, n > 0) << "handed out although the modulus fails";
+        EXPECT_EQ(modulus != nullptr, code == 1);
+        if (code != 1) EXPECT_EQ(code, std::exchange(context->last_error, 0));
+        free_fields();
+        return code == 1;
+    });
+
+    const Bytes field(601, 0xff);
+    const auto to_der = [&](std::uint16_t e_bytes, std::uint16_t n_bytes) {
+        return K_WTLSPublicKey2RSA(context, field.data(), e_bytes, field.data(), n_bytes, &key, &key_length);
+    };
+    EXPECT_EQ(to_der(5, 600), 0xffffffffU);
+    EXPECT_EQ(to_der(4, 601), 0xffffffffU);
+    EXPECT_EQ(context->last_error, 0U);
+    fail_each_allocation([&](int) {
+        const std::uint32_t code = to_der(4, 600);
+        if (code != 1) EXPECT_EQ(code, std::uint32_t{KERR_MEMORY});
+        K_free(context, key);
+        return code == 1;
+    });
+    ASSERT_EQ(K_WTLSPublicKey2RSA(context, nullptr, 0, nullptr, 0, &key, &key_length), 1U);
+    EXPECT_EQ(to_hex(key, key_length), "3006020100020100");
+    K_free(context, key);
+    EXPECT_EQ(K_WTLSPublicKey2RSA(context, nullptr, 1, nullptr, 0, &key, &key_length), std::uint32_t{KERR_NOT_READY});
+    EXPECT_EQ(K_WTLSPublicKey2RSA(nullptr, nullptr, 0, nullptr, 0, &key, &key_length), 0xffffffffU);
+    EXPECT_EQ(K_RSAPublicKey2WTLS(nullptr, nullptr, 0, &exponent, &exponent_length, &modulus, &modulus_length),
+              0xffffffffU);
+}
+
 // HMAC-MD5 by its definition, over the toolkit's own MD5.
 Bytes hmac_md5(K_CONTEXT* context, const Bytes& key, const Bytes& message) {
     const auto md5 = [context](const Bytes& bytes) {

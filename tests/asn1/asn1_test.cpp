@@ -1,0 +1,210 @@
+// DER of RSA keys and integers, as programs see it.
+#include <morvane/asn1.h>
+#include <morvane/bignum.h>
+
+#include "support/bytes.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace morvane::test;
+
+struct Key : E_RSA_KEY {
+    Key() : E_RSA_KEY{} { E_RSA_Init(this); }
+};
+
+// What a writer gives, which must be what it counts.
+template <typename Put>
+Bytes written(Put put) {
+    Bytes der(static_cast<std::size_t>(put(nullptr)));
+    EXPECT_EQ(put(der.data()), static_cast<std::int32_t>(der.size()));
+    return der;
+}
+
+// How far a reader moves on.
+template <typename Record>
+std::ptrdiff_t taken(void (*get)(Record*, const std::uint8_t**, std::uint32_t), Record* record, const Bytes& der) {
+    const std::uint8_t* position = der.data();
+    get(record, &position, size32(der));
+    return position - der.data();
+}
+
+// A SEQUENCE of INTEGERs whose contents are these.
+Bytes sequence(const std::vector<Bytes>& contents) {
+    const auto append = [](Bytes& to, std::uint8_t tag, const Bytes& content) {
+        to.insert(to.end(),
+                  {tag, 0x82, static_cast<std::uint8_t>(content.size() >> 8), static_cast<std::uint8_t>(content.size())});
+        if (content.size() < 256) to.erase(to.end() - 2);
+        if (content.size() < 256) to[to.size() - 2] = 0x81;
+        if (content.size() < 128) to.erase(to.end() - 2);
+        to.insert(to.end(), content.begin(), content.end());
+    };
+    Bytes inner, der;
+    for (const Bytes& content : contents) append(inner, 2, content);
+    append(der, 0x30, inner);
+    return der;
+}
+
+TEST(RsaDer, PublicKeyOf1024BitsHas140Bytes) {
+    Bytes n(129, 0xc3);
+    n[0] = 0;
+    const Bytes der = sequence({n, {1, 0, 1}});
+    ASSERT_EQ(der.size(), 140U);
+    ASSERT_EQ(to_hex(der).substr(0, 16), "30818902818100c3");
+    Key key;
+    Bytes longer = der;
+    longer.push_back(0x30);
+    EXPECT_EQ(taken(E_ASN1_GetRSAPublicKey, static_cast<E_RSA_KEY*>(&key), longer), 140) << "what follows is the caller's";
+    EXPECT_EQ(key.n.length, 32);
+    EXPECT_EQ(key.e_words[0], 65537U);
+    EXPECT_EQ(E_ASN1_GetRSAPublicKeyBytes(&key), 140);
+    EXPECT_EQ(written([&](std::uint8_t* out) { return E_ASN1_PutRSAPublicKey(&key, out); }), der);
+}
+
+TEST(RsaDer, MembersFillTheirStoragesAndNoMore) {
+    constexpr std::size_t kBytes[] = {600, 4, 600, 300, 300, 300, 300, 300};
+    std::vector<Bytes> contents = {{0}};
+    for (const std::size_t bytes : kBytes) {
+        contents.emplace_back(1 + bytes, 0xff);
+        contents.back()[0] = 0;
+    }
+    Key key;
+    const Bytes full = sequence(contents);
+    EXPECT_EQ(taken<E_RSA_KEY>(E_ASN1_GetRSAPrivateKey, &key, full), static_cast<std::ptrdiff_t>(full.size()));
+    EXPECT_EQ(written([&](std::uint8_t* out) { return E_ASN1_PutRSAPrivateKey(&key, out); }), full);
+    EXPECT_EQ(E_ASN1_GetRSAPrivateKeyBytes(&key), static_cast<std::int32_t>(full.size()));
+
+    for (std::size_t i = 0; i < std::size(kBytes); ++i) {
+        std::vector<Bytes> larger = contents;
+        larger[1 + i][0] = 1;
+        Key fresh;
+        EXPECT_EQ(taken<E_RSA_KEY>(E_ASN1_GetRSAPrivateKey, &fresh, sequence(larger)), 0) << "member " << i;
+        const ENUM* const members[] = {&fresh.n, &fresh.e, &fresh.d, &fresh.p, &fresh.q, &fresh.dP, &fresh.dQ, &fresh.qInv};
+        for (std::size_t k = 0; k < std::size(members); ++k) {
+            const std::int32_t words = k < i ? static_cast<std::int32_t>(kBytes[k] / 4) : 0;
+            EXPECT_EQ(members[k]->length, words) << "members before the refused one are in place, not it and what follows";
+            EXPECT_EQ(members[k]->words[0], words == 0 ? 0 : 0xffffffff);
+        }
+    }
+    contents[0] = {1};
+    EXPECT_EQ(taken<E_RSA_KEY>(E_ASN1_GetRSAPrivateKey, &key, sequence(contents)), 0) << "version";
+    key.e.length = 2;
+    EXPECT_EQ(E_ASN1_PutRSAPublicKey(&key, nullptr), -1);
+}
+
+TEST(IntegerDer, EnumsAreTwosComplements) {
+    struct Row {
+        std::uint32_t sign;
+        std::vector<std::uint32_t> words;
+        const char* content;
+    };
+    const Row rows[] = {
+        {0, {}, "020100"},
+        {0, {0, 0}, "020100"},
+        {1, {0}, "020100"},
+        {0, {0x7f}, "02017f"},
+        {0, {0x80, 0}, "02020080"},
+        {0, {0x80000000}, "02050080000000"},
+        {0, {0, 1}, "02050100000000"},
+        {1, {1}, "0201ff"},
+        {1, {0x80}, "020180"},
+        {1, {0x81}, "0202ff7f"},
+        {1, {0xff, 0}, "0202ff01"},
+        {1, {0x100}, "0202ff00"},
+        {1, {0x80000000}, "020480000000"},
+        {1, {0x80000001}, "0205ff7fffffff"},
+        {1, {1, 0x80000000}, "0209ff7fffffffffffffff"},
+        {1, {0, 0x80000000}, "02088000000000000000"},
+        {1, {0, 0x12345678}, "0208edcba98800000000"},
+    };
+    std::vector<ENUM> values;
+    std::string all;
+    for (const Row& row : rows) {
+        const ENUM value = {row.sign, static_cast<std::int32_t>(row.words.size()),
+                            const_cast<std::uint32_t*>(row.words.data())};
+        const Bytes der = written([&](std::uint8_t* out) { return E_ASN1_PutENUM(&value, 1, out); });
+        EXPECT_EQ(to_hex(der).substr(4), row.content);
+        EXPECT_EQ(E_ASN1_GetENUMBytes(&value, 1), static_cast<std::int32_t>(der.size()));
+        values.push_back(value);
+        all += row.content;
+    }
+    const Bytes der = written(
+        [&](std::uint8_t* out) { return E_ASN1_PutENUM(values.data(), static_cast<std::uint32_t>(values.size()), out); });
+    EXPECT_EQ(to_hex(der), "30" + to_hex({static_cast<std::uint8_t>(all.size() / 2)}) + all);
+    EXPECT_EQ(to_hex(written([&](std::uint8_t* out) { return E_ASN1_PutENUM(values.data(), 0, out); })), "3000");
+}
+
+TEST(IntegerDer, U32) {
+    const std::pair<std::uint32_t, const char*> rows[] = {{0, "3003020100"},
+                                                          {127, "300302017f"},
+                                                          {128, "300402020080"},
+                                                          {0x12345678, "3006020412345678"},
+                                                          {0xffffffff, "3007020500ffffffff"}};
+    for (const auto& [value, hex] : rows) {
+        const Bytes der = written([value = value](std::uint8_t* out) { return E_ASN1_PutU32(value, out); });
+        EXPECT_EQ(to_hex(der), hex);
+        EXPECT_EQ(E_ASN1_GetU32Bytes(value), static_cast<std::int32_t>(der.size()));
+        std::uint32_t read = 77;
+        EXPECT_EQ(taken(E_ASN1_GetU32, &read, der), static_cast<std::ptrdiff_t>(der.size()));
+        EXPECT_EQ(read, value);
+    }
+}
+
+TEST(IntegerDer, WhatIsNotDerIsRefused) {
+    const char* const rows[] = {
+        "",
+        "30",
+        "3003",
+        "30030201",  // cut
+        "3102020100",
+        "3003220100",
+        "3003030100",
+        "1003020100",  // tags
+        "3004020100",
+        "30020201",
+        "300402010000",
+        "30060201000201000",  // another end than the length says
+        "30020200",
+        "30030201ff",
+        "300402020001",
+        "30060205010000000",  // empty, negative, padded, too long
+        "3080020100",
+        "308103020100",
+        "3005028200010",
+        "30820003020100",  // indefinite, lengths not the shortest
+        "30ff020100",
+        "3085000000000302010",
+        "3084ffffffff020100",
+        "300602ff020100",
+        "3007020501ffffffff",
+        "300a020800000000ffffffff",
+    };
+    for (const char* const row : rows) {
+        std::string hex = row;
+        if (hex.size() % 2 != 0) hex += '0';
+        std::uint32_t value = 77;
+        EXPECT_EQ(taken(E_ASN1_GetU32, &value, from_hex(hex)), 0) << hex;
+        EXPECT_EQ(value, 77U) << hex;
+    }
+}
+
+TEST(Der, NullArguments) {
+    Key key;
+    const std::uint8_t der[] = {0x30, 3, 2, 1, 0};
+    const std::uint8_t *position = der, *nowhere = nullptr;
+    std::uint32_t value = 77;
+    EXPECT_EQ(E_ASN1_PutRSAPublicKey(nullptr, nullptr), 0);
+    EXPECT_EQ(E_ASN1_GetRSAPrivateKeyBytes(nullptr), 0);
+    EXPECT_EQ(E_ASN1_PutENUM(nullptr, 5, nullptr), 0);
+    E_ASN1_GetU32(nullptr, &position, sizeof der);
+    E_ASN1_GetU32(&value, &nowhere, sizeof der);
+    E_ASN1_GetU32(&value, nullptr, sizeof der);
+    E_ASN1_GetRSAPublicKey(nullptr, &position, sizeof der);
+    E_ASN1_GetRSAPublicKey(&key, &nowhere, sizeof der);
+    E_ASN1_GetRSAPublicKey(&key, nullptr, sizeof der);
+    EXPECT_EQ(position, der);
+    EXPECT_EQ(value, 77U);
+}
+
+}  // namespace
