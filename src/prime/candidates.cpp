@@ -91,7 +91,7 @@ bool PlainCandidates::next(ENUM& x) const noexcept {
 
 SteppedCandidates::SteppedCandidates(std::int32_t bits, const ENUM& step, const ENUM* remainder, bool safe,
                                      Draw* draw) noexcept
-    : bits_(bits), safe_(safe), draw_(draw), step_(words_in(step) + 1), remainder_(words_in(step) + 1) {
+    : step_(words_in(step) + 1), remainder_(words_in(step) + 1), draw_(draw), bits_(bits), safe_(safe) {
     if (!step_ || !remainder_) return;
     set(*step_, 0, magnitude(step).first(significant_words(step)));
     if (step_->length == 0) EN_U32ToENUM(step_.get(), 1);

@@ -44,12 +44,12 @@ private:
     bool set_remainder(const ENUM* remainder) noexcept;
     void set_parity() noexcept;
 
-    std::int32_t bits_;
-    bool safe_;
-    Draw* draw_;
     bignum::WorkRecord step_;       // even, for safe primes a multiple of 4
     bignum::WorkRecord remainder_;  // below it
     Sieve sieve_;
+    Draw* draw_;
+    std::int32_t bits_;
+    bool safe_;
     bool started_ = false;
     bool ready_ = false;
 };

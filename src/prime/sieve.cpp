@@ -24,8 +24,9 @@ constexpr std::array<std::uint32_t, kPrimes> kReciprocals = [] {
 
 std::uint32_t multiply_mod(std::uint32_t a, std::uint32_t b, std::size_t prime) noexcept {
     const std::uint32_t p = kTable[prime];
-    const auto quotient = static_cast<std::uint32_t>(std::uint64_t{a * b} * kReciprocals[prime] >> 32);
-    const std::uint32_t rest = a * b - quotient * p;  // the quotient is exact or one too small
+    const std::uint64_t product = std::uint64_t{a} * b;                                     // below 2^29
+    const auto quotient = static_cast<std::uint32_t>(product * kReciprocals[prime] >> 32);  // exact or one too small
+    const std::uint32_t rest = static_cast<std::uint32_t>(product) - quotient * p;
     return rest < p ? rest : rest - p;
 }
 
@@ -74,27 +75,28 @@ SieveWalk::SieveWalk(const Sieve& sieve, std::span<const bignum::Word> x) noexce
 // The positions that a prime rules out come from one residue: a multiple of p is reached after -x / step steps, the residue
 // 1 comes 1 / step steps later, the residue 3 two times that later still.
 void SieveWalk::fill() noexcept {
+    constexpr std::size_t kShortPrimes = primes_below(kWindow);  // the others have one candidate of a window at most
     bool* const window = window_.items.data();
     std::fill_n(window, kWindow, false);
-    for (std::size_t i = 0; i < kPrimes; ++i) {
-        const std::uint32_t p = kTable[i];
-        const std::uint32_t inverse = sieve_.inverses_[i];
-        if (inverse == 0) continue;
-        const auto rule_out = [=](std::uint32_t at) {
-            constexpr std::size_t kShortPrimes =
-                primes_below(kWindow);  // the others have one candidate of a window at most
-            window[std::min(at, kWindow)] = true;
-            if (i < kShortPrimes) {
-                for (at += p; at < kWindow; at += p) window[at] = true;
-            }
-        };
-        const std::uint32_t multiple = multiples_.items[i];
-        multiples_.items[i] = static_cast<std::uint16_t>(add_mod(multiple, p - kWindow % p, p));
-        rule_out(multiple);
-        if (sieve_.ruled_out_ == RuledOut::kZero) continue;
+    const auto rule_out = [&](std::size_t prime, auto rule_out_from) {
+        const std::uint32_t p = kTable[prime];
+        const std::uint32_t inverse = sieve_.inverses_[prime];
+        if (inverse == 0) return;
+        const std::uint32_t multiple = multiples_.items[prime];
+        multiples_.items[prime] = static_cast<std::uint16_t>(add_mod(multiple, p - kWindow % p, p));
+        rule_out_from(multiple, p);
+        if (sieve_.ruled_out_ == RuledOut::kZero) return;
         const std::uint32_t one = add_mod(multiple, inverse, p);
-        rule_out(one);
-        if (sieve_.ruled_out_ == RuledOut::kUpToOneAndHalf) rule_out(add_mod(add_mod(one, inverse, p), inverse, p));
+        rule_out_from(one, p);
+        if (sieve_.ruled_out_ == RuledOut::kUpToOneAndHalf) rule_out_from(add_mod(add_mod(one, inverse, p), inverse, p), p);
+    };
+    for (std::size_t i = 0; i < kShortPrimes; ++i) {
+        rule_out(i, [=](std::uint32_t at, std::uint32_t p) {
+            for (; at < kWindow; at += p) window[at] = true;
+        });
+    }
+    for (std::size_t i = kShortPrimes; i < kPrimes; ++i) {
+        rule_out(i, [=](std::uint32_t at, std::uint32_t) { window[std::min(at, kWindow)] = true; });
     }
     at_ = 0;
 }
