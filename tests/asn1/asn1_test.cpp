@@ -30,18 +30,19 @@ std::ptrdiff_t taken(void (*get)(Record*, const std::uint8_t**, std::uint32_t), 
     return position - der.data();
 }
 
+void append(Bytes& to, std::uint8_t tag, const Bytes& content) {
+    const std::size_t size = content.size();
+    to.push_back(tag);
+    if (size >= 256) to.insert(to.end(), {0x82, static_cast<std::uint8_t>(size >> 8)});
+    if (size >= 128 && size < 256) to.push_back(0x81);
+    to.push_back(static_cast<std::uint8_t>(size));
+    to.insert(to.end(), content.begin(), content.end());
+}
+
 // A SEQUENCE of INTEGERs whose contents are these.
 Bytes sequence(const std::vector<Bytes>& contents) {
-    const auto append = [](Bytes& to, std::uint8_t tag, const Bytes& content) {
-        to.insert(to.end(),
-                  {tag, 0x82, static_cast<std::uint8_t>(content.size() >> 8), static_cast<std::uint8_t>(content.size())});
-        if (content.size() < 256) to.erase(to.end() - 2);
-        if (content.size() < 256) to[to.size() - 2] = 0x81;
-        if (content.size() < 128) to.erase(to.end() - 2);
-        to.insert(to.end(), content.begin(), content.end());
-    };
     Bytes inner, der;
-    for (const Bytes& content : contents) append(inner, 2, content);
+    for (const Bytes& content : contents) append(inner, 0x02, content);
     append(der, 0x30, inner);
     return der;
 }
