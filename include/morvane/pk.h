@@ -1,17 +1,17 @@
 /* RSA: keys, key generation, and the encryption and signature schemes of PKCS #1 and ANSI X9.31.
  *
- * The record. A key is one record of eight integers (see morvane/bignum.h), each with a storage of its own inside the record:
- *     n 150 words, e 1, d 150, p 75, q 75, dP 75, dQ 75, qInv 75
- * so that moduli have up to 4800 bits, primes up to 2400, and e is a single word. E_RSA_Init attaches the storages and must
- * come first; it leaves the lengths alone, so that a record copied as bytes becomes usable by another E_RSA_Init. Start
- * from a record filled with zeros. A public key uses n and e only. A private operation uses n and, by its own rule, either
- * d or p, q, dP, dQ and qInv (Chinese remainders); e, where the record has it, serves to check the result. Nothing is stored
- * beyond a member's words. The caller owns the record and wipes it.
+ * The record. A key is one record of eight integers (see morvane/bignum.h), each with a storage of its own inside the
+ * record: n 150 words, e 1, d 150, p 75, q 75, dP 75, dQ 75, qInv 75; so moduli have up to 4800 bits, primes up to
+ * 2400, and e is a single word. E_RSA_Init attaches the storages and must come first; it leaves the lengths alone, so that
+ * a record copied as bytes becomes usable by another E_RSA_Init. Start from a record filled with zeros. A public key uses n
+ * and e only. A private operation uses n and, by its own rule, either d or p, q, dP, dQ and qInv (Chinese remainders); e,
+ * where the record has it, serves to check the result. Nothing is stored beyond a member's words. The caller owns the
+ * record and wipes it.
  *
- * Lengths are bytes, octet strings are big-endian. k is the length of the modulus: (bits of n + 7) / 8. Outputs have room for
- * k bytes unless their function says otherwise, and may overlap the inputs. A negative length is refused as a length that is
- * wrong. A modulus of zero, or one that does not fit its
- * member, is refused like an input that is too long.
+ * Lengths are bytes, octet strings are big-endian. k is the length of the modulus: (bits of n + 7) / 8. Outputs have room
+ * for k bytes unless their function says otherwise, and may overlap the inputs. A negative length is refused like one that
+ * is too long; where a function only takes k, and in all openings and verifications, like one that is not k. So is a
+ * modulus of zero, or one that does not fit its member.
  *
  * Hashes of the newer schemes, hashId and mgfHashId:
  *     1 MD5, 5 HAS-160, 6 SHA-256, 7 SHA-384, 8 SHA-512, any other value SHA-1.
@@ -106,7 +106,8 @@ MORVANE_API void MORVANE_CALL E_RSA_GenerateD(E_RSA_KEY* key);
 /* ---- PKCS #1 v1.5 blocks ----
  *
  * The private operations use Chinese remainders when qInv has 16 words or more, after testing that q qInv mod p is 1; else
- * they use d. They return 0, and write nothing, if that test fails or the result does not stand up to the public exponent. */
+ * they use d. They return 0, and write nothing, if that test fails or the result does not stand up to the public exponent.
+ */
 
 /* Enciphers len bytes, at most k - 11, under random non-zero padding (block type 2, RFC 2313). Returns k, or -1. */
 MORVANE_API int32_t MORVANE_CALL E_RSA_Public_Encrypt(uint8_t* out, const uint8_t* in, int32_t len, const E_RSA_KEY* key);
@@ -114,11 +115,12 @@ MORVANE_API int32_t MORVANE_CALL E_RSA_Public_Encrypt(uint8_t* out, const uint8_
 /* Signs len bytes, at most k - 11, padded with 0xff (block type 1). Returns k, -1, or 0. */
 MORVANE_API int32_t MORVANE_CALL E_RSA_Private_Encrypt(uint8_t* out, const uint8_t* in, int32_t len, const E_RSA_KEY* key);
 
-/* Opens a block of type 1: len is k. Returns the bytes written to out, up to k - 11, or -1 for a wrong length or padding. */
+/* Opens a block of type 1: len is k. Returns the bytes written to out, up to k - 11, or -1 for a wrong length or padding.
+ */
 MORVANE_API int32_t MORVANE_CALL E_RSA_Public_Decrypt(uint8_t* out, const uint8_t* in, int32_t len, const E_RSA_KEY* key);
 
-/* Deciphers a block of type 2: len is k. Returns the bytes written to out, up to k - 11, -1 for a wrong length or padding, or
- * 0, which is also the length of an empty message. */
+/* Deciphers a block of type 2: len is k. Returns the bytes written to out, up to k - 11, -1 for a wrong length or padding,
+ * or 0, which is also the length of an empty message. */
 MORVANE_API int32_t MORVANE_CALL E_RSA_Private_Decrypt(uint8_t* out, const uint8_t* in, int32_t len, const E_RSA_KEY* key);
 
 /* Signs data, a digest or DigestInfo that the caller has made, by E_RSA_Private_Encrypt, whose answer (k, -1 or 0) goes to
@@ -128,26 +130,31 @@ MORVANE_API int32_t MORVANE_CALL E_RSA_Sign(const uint8_t* data, int32_t data_le
 
 /* Returns 1 if the first expected_len bytes that the signature holds are those expected, else 0. Bytes beyond them are not
  * looked at: pass a whole DigestInfo. An expected_len of 0 is always equal; one above 100 never, nor is a negative one, nor
- * any but 0 where the signature cannot be opened. */
+ * any but 0 where the signature cannot be opened. A content shorter than expected_len counts as if zeros followed. */
 MORVANE_API int32_t MORVANE_CALL E_RSA_Verify(const uint8_t* expected, int32_t expected_len, const uint8_t* sig,
                                               int32_t sig_len, const E_RSA_KEY* key);
 
 /* ---- Newer schemes ----
  *
- * Their private operations use Chinese remainders whenever qInv is not zero, untested before, checked with e after. */
+ * Their private operations use Chinese remainders whenever qInv is not zero, untested before, checked with e after.
+ *
+ * Seeds and salts come from E_GenerateRandom with mode 1, which is not fit for secrets (see morvane/random.h). A signature
+ * is none the worse; a ciphertext lets whoever can compute the seed test a guess of its message. So encipher keys and other
+ * random values with it, not what can be guessed. */
 
-/* RSAES-OAEP of PKCS #1 v2.0 with SHA-1. Returns k; -1 with the line "encrypt part : message too long. encoding error" if len
- * is above k - 22. The encoder takes no more than k - 42 bytes: for the lengths in between it prints "Input message too long.
- * Fail to oaep encoding!", and a block of zeros is enciphered all the same, for k. Keep to k - 42. */
-MORVANE_API int32_t MORVANE_CALL E_RSA_Public_Encrypt_OAEP(uint8_t* out, const uint8_t* msg, int32_t len, const uint8_t* label,
-                                                           int32_t label_len, const E_RSA_KEY* key);
+/* RSAES-OAEP of PKCS #1 v2.0 with SHA-1. Returns k; -1 with the line "encrypt part : message too long. encoding error" if
+ * len is above k - 22. The encoder takes no more than k - 42 bytes: for the lengths in between it prints "Input message too
+ * long. Fail to oaep encoding!", and a block of zeros is enciphered all the same, for k. Keep to k - 42. */
+MORVANE_API int32_t MORVANE_CALL E_RSA_Public_Encrypt_OAEP(uint8_t* out, const uint8_t* msg, int32_t len,
+                                                           const uint8_t* label, int32_t label_len, const E_RSA_KEY* key);
 
-/* Opens what E_RSA_Public_Encrypt_OAEP made. Returns the bytes written to out, or -1: len is not k, silently; the block does
- * not have exactly k - 1 octets, "decrypt part : EM byte Length too long , decryption error"; it has fewer than 41, "EM length
- * too small. Fail to oaep decoding!"; another label, "pHash' does mot equal pHash"; no 0x01 before the message, silently.
- * Whatever stands between the label's hash and the first 0x01 is skipped. */
-MORVANE_API int32_t MORVANE_CALL E_RSA_Private_Decrypt_OAEP(uint8_t* out, const uint8_t* in, int32_t len, const uint8_t* label,
-                                                            int32_t label_len, const E_RSA_KEY* key);
+/* Opens what E_RSA_Public_Encrypt_OAEP made. Returns the bytes written to out, or -1: len is not k, silently; the block
+ * does not have exactly k - 1 octets, "decrypt part : EM byte Length too long , decryption error"; it has fewer than 41,
+ * "EM length too small. Fail to oaep decoding!"; another label, "pHash' does mot equal pHash"; no 0x01 before the message,
+ * silently. Whatever stands between the label's hash and the first 0x01 is skipped. One of 256 blocks that are enciphered
+ * begins with a zero octet and has fewer than k - 1: it is refused here, and E_RSAES_OAEP_Decrypt with SHA-1 opens it. */
+MORVANE_API int32_t MORVANE_CALL E_RSA_Private_Decrypt_OAEP(uint8_t* out, const uint8_t* in, int32_t len,
+                                                            const uint8_t* label, int32_t label_len, const E_RSA_KEY* key);
 
 /* RSAES-OAEP of PKCS #1 v2.1: hLen is the field of hashId. Returns k; -1 with "encrypt part : message too long." if len is
  * above k - 2 hLen - 2. */
@@ -161,13 +168,14 @@ MORVANE_API int32_t MORVANE_CALL E_RSAES_OAEP_Decrypt(int32_t hashId, int32_t mg
                                                       int32_t len, const uint8_t* label, int32_t label_len,
                                                       const E_RSA_KEY* key);
 
-/* RSASSA-PSS of PKCS #1 v2.1: hashes msg and signs it with salt_len random bytes. Writes k bytes and k to *sig_len and returns
- * 1; or returns 0, and *sig_len is left alone: the modulus is too short for hash and salt ("EMSA_PSS_ENCODE ERROR : intended
- * encoded message length too short(emLen < hLen+sLen+2)"), or the private operation failed.
+/* RSASSA-PSS of PKCS #1 v2.1: hashes msg and signs it with salt_len random bytes. Writes k bytes and k to *sig_len and
+ * returns 1; or returns 0, and *sig_len is left alone: the modulus is too short for hash and salt ("EMSA_PSS_ENCODE ERROR :
+ * intended encoded message length too short(emLen < hLen+sLen+2)"), or the private operation failed.
  *
- * One bit of the encoded message is cleared, the topmost of its first byte. That is PSS when the modulus has a multiple of 8
- * bits, as nearly all have. With other moduli it can happen that the message is above the modulus; the signature then
- * does not verify. */
+ * One bit of the encoded message is cleared, the topmost of its first byte. That is PSS when the modulus has a multiple of
+ * 8 bits, as nearly all have. If it has one bit more, the encoded message has k - 1 bytes and PSS clears none: half the
+ * signatures made here are not those of PSS, and half of PSS's do not verify here. With other moduli the message is often
+ * above the modulus; the signature then does not verify. */
 MORVANE_API int32_t MORVANE_CALL E_RSASSA_PSS_Sign(int32_t hashId, int32_t mgfHashId, uint8_t* sig, int32_t* sig_len,
                                                    const uint8_t* msg, int32_t msg_len, int32_t salt_len,
                                                    const E_RSA_KEY* key);
