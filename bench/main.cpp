@@ -28,11 +28,13 @@ Rows all_rows([[maybe_unused]] bool portable) {
     add_our_ciphers(all);
     add_streams(all);
     add_our_numbers(all);
+    add_our_rsa(all);
 #if defined(WITH_OPENSSL)
     add_openssl(all);
     add_openssl_ciphers(all);
     add_openssl_low_ciphers(all);
     add_openssl_numbers(all);
+    add_openssl_rsa(all);
 #endif
 #if defined(WITH_NETTLE)
     add_nettle(all);
@@ -42,19 +44,27 @@ Rows all_rows([[maybe_unused]] bool portable) {
     add_gcrypt(all, portable);
     add_gcrypt_ciphers(all);
     add_gcrypt_numbers(all);
+    add_gcrypt_rsa(all);
 #endif
 #if defined(WITH_BOTAN)
     add_botan(all, portable);
     add_botan_ciphers(all);
     add_botan_numbers(all);
+    add_botan_rsa(all);
 #endif
 #if defined(WITH_CRYPTOPP)
     if (!portable) add_cryptopp(all);  // cannot be told
     add_cryptopp_ciphers(all);         // these use no extensions
-    if (!portable || kBaselineHasSse2) add_cryptopp_numbers(all);
+    if (!portable || kBaselineHasSse2) {
+        add_cryptopp_numbers(all);
+        add_cryptopp_rsa(all);
+    }
 #endif
 #if defined(WITH_RHASH)
     add_rhash(all);
+#endif
+#if defined(WITH_HOGWEED)
+    if (!portable || kBaselineHasSse2) add_hogweed_rsa(all);  // computes with GMP
 #endif
 #if defined(WITH_GMP)
     if (!portable || kBaselineHasSse2) add_gmp_numbers(all);
@@ -90,7 +100,7 @@ void require_equal_results(const Rows& all) {
         };
         std::map<std::string, First> firsts;
         for (const Row& row : all) {
-            if (row.kind == Kind::kKey) continue;
+            if (row.kind == Kind::kKey || row.kind == Kind::kSearch) continue;
             if (row.library == kOurs && row.primitive == "hmac-sha1") continue;  // the MAC is one of our own
             std::vector<std::uint8_t> result = result_of(row, message);
             std::string name = row.primitive;
@@ -112,18 +122,22 @@ void measure(benchmark::State& state, const Row& row, std::size_t size) {
         benchmark::DoNotOptimize(result.data());
         benchmark::ClobberMemory();
     }
-    if (row.kind == Kind::kKey || row.kind == Kind::kNumber) {
+    if (row.kind == Kind::kKey || row.kind == Kind::kNumber || row.kind == Kind::kSearch) {
         state.SetItemsProcessed(state.iterations());
     } else {
         state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(size));
     }
-    constexpr const char* kKinds[] = {"digest", "cipher", "key", "number"};
+    constexpr const char* kKinds[] = {"digest", "cipher", "key", "number", "search"};
     state.SetLabel(std::string(kKinds[static_cast<int>(row.kind)]) + (row.assembler ? " assembler" : ""));
 }
 
 void add_benchmark(const Row& row, const std::string& message, std::size_t size) {
     const std::string name = row.primitive + "/" + message + "/" + row.library;
-    benchmark::RegisterBenchmark(name.c_str(), [&row, size](benchmark::State& state) { measure(state, row, size); });
+    auto* const benchmark =
+        benchmark::RegisterBenchmark(name.c_str(), [&row, size](benchmark::State& state) { measure(state, row, size); });
+    if (row.bits != 0) benchmark->MeasureProcessCPUTime();  // one peer computes the halves of RSA on two threads
+    // As many for every library: more of them for the quicker one would not make the mean of its time any surer.
+    if (row.kind == Kind::kSearch) benchmark->Iterations(row.bits <= 1024 ? 4 : 2);
 }
 
 }  // namespace
@@ -145,7 +159,7 @@ int main(int argc, char** argv) {
         if (!ours_has_it) continue;
         if (row.kind == Kind::kKey) {
             add_benchmark(row, "key", 0);
-        } else if (row.kind == Kind::kNumber) {
+        } else if (row.bits != 0) {
             add_benchmark(row, std::to_string(row.bits), 0);
         } else {
             for (const std::size_t size : kSizes) add_benchmark(row, std::to_string(size), size);

@@ -1,4 +1,4 @@
-// What is measured: digests, ciphers in their modes, key set-ups and big numbers, of this library and of public ones.
+// What is measured: digests, ciphers in their modes, key set-ups, big numbers and RSA, of this library and of public ones.
 #pragma once
 
 #include <cstddef>
@@ -22,6 +22,7 @@ enum class Kind {
     kCipher,  // out has the message's length, a multiple of every block
     kKey,     // one key schedule made; message and out are not used
     kNumber,  // one operation on numbers; message and out are not used
+    kSearch,  // a key pair searched for, in a time that varies, and which is another one each time; the same otherwise
 };
 
 // One operation of one library. A whole message at a call, by the library's fastest documented way; what can be set up once
@@ -43,6 +44,7 @@ using Rows = std::vector<Row>;
 void add_ours(Rows& all);
 void add_our_ciphers(Rows& all);
 void add_our_numbers(Rows& all);
+void add_our_rsa(Rows& all);
 // Their peer is this library's own mode function, "direct".
 void add_streams(Rows& all);
 
@@ -67,5 +69,10 @@ void add_openssl_numbers(Rows& all);
 void add_gcrypt_numbers(Rows& all);
 void add_botan_numbers(Rows& all);
 void add_cryptopp_numbers(Rows& all);
+void add_openssl_rsa(Rows& all);
+void add_gcrypt_rsa(Rows& all);
+void add_botan_rsa(Rows& all);
+void add_cryptopp_rsa(Rows& all);
+void add_hogweed_rsa(Rows& all);
 
 }  // namespace morvane::bench

@@ -17,6 +17,7 @@ constexpr Verb kVerbs[] = {
     {"encrypt", "Enciphers a file", run_encrypt},
     {"decrypt", "Deciphers a file", run_decrypt},
     {"random", "Prints random bytes", run_random},
+    {"prime", "Searches for a prime or tests a number", run_prime},
     {"list", "Lists the algorithms", run_list},
     {"version", "Prints the version", run_version},
     {"help", "Explains the command or one of its verbs", run_help},

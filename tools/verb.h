@@ -24,6 +24,7 @@ ExitCode run_digest(const Verb& verb, const Arguments& arguments);
 ExitCode run_encrypt(const Verb& verb, const Arguments& arguments);
 ExitCode run_decrypt(const Verb& verb, const Arguments& arguments);
 ExitCode run_random(const Verb& verb, const Arguments& arguments);
+ExitCode run_prime(const Verb& verb, const Arguments& arguments);
 ExitCode run_list(const Verb& verb, const Arguments& arguments);
 
 }  // namespace morvane::tool

@@ -363,10 +363,10 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_VerifyMac(uint32_t csp, CspHandle handle
  * LogicalKeySizeInBits eight times the bytes of the key; words not named here become 0.
  *
  * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT, CSP_ERR_WRONG_CONTEXT_TYPE, CSP_ERR_NULL_POINTER (key is null),
- * CSP_ERR_UNKNOWN_ALGORITHM (not a cipher of this layer), CSP_ERR_BAD_KEY (label is shorter than the key, or has a Length but
- * no Data, or a random key of more than 256 bytes is wanted), CSP_ERR_BAD_DATA (exactly one of
- * Length and Data of the key is zero), CSP_ERR_OUTPUT_TOO_SHORT, CSP_ERR_MEMORY, CSP_ERR_BAD_KEY (the cipher has no key of
- * that length). A failure leaves *key as it was. */
+ * CSP_ERR_UNKNOWN_ALGORITHM (not a cipher of this layer), CSP_ERR_BAD_KEY (label is shorter than the key, or has a Length
+ * but no Data, or a random key of more than 256 bytes is wanted), CSP_ERR_BAD_DATA (exactly one of Length and Data of the
+ * key is zero), CSP_ERR_OUTPUT_TOO_SHORT, CSP_ERR_MEMORY, CSP_ERR_BAD_KEY (the cipher has no key of that length). A failure
+ * leaves *key as it was. */
 MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateKey(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
                                                     uint32_t usage, uint32_t attributes, const CSSM_DATA* label,
                                                     CSSM_KEY* key);
@@ -382,11 +382,10 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_FreeKey(uint32_t csp, const CSSM_DATA* p
 /* Fills output->Data with as many random bytes as the attribute CSP_ATTR_OUTPUT_SIZE asks for and sets output->Length to
  * that number. Data is the caller's, is not tested for null and never allocated here.
  *   handle, context   a session or context record of type CSP_CONTEXT_RANDOM; the context record wins
- * Algorithms: CSP_ALG_RANDOM, E_GenerateRandom with mode 0, and CSP_ALG_RANDOM_ALT, the same with mode 1. Neither is fit for
- * keys: see morvane/random.h.
- * Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT, CSP_ERR_WRONG_CONTEXT_TYPE, CSP_ERR_NO_OUTPUT_SIZE,
- * CSP_ERR_NULL_POINTER (output is null), CSP_ERR_BAD_DATA (output->Length is below the number wanted; deliberately not
- * CSP_ERR_OUTPUT_TOO_SHORT), CSP_ERR_UNKNOWN_ALGORITHM. */
+ * Algorithms: CSP_ALG_RANDOM, E_GenerateRandom with mode 0, and CSP_ALG_RANDOM_ALT, the same with mode 1. Neither is fit
+ * for keys: see morvane/random.h. Returns 0, or -1 with, in this order: CSP_ERR_NO_CONTEXT, CSP_ERR_WRONG_CONTEXT_TYPE,
+ * CSP_ERR_NO_OUTPUT_SIZE, CSP_ERR_NULL_POINTER (output is null), CSP_ERR_BAD_DATA (output->Length is below the number
+ * wanted; deliberately not CSP_ERR_OUTPUT_TOO_SHORT), CSP_ERR_UNKNOWN_ALGORITHM. */
 MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateRandom(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
                                                        CSSM_DATA* output);
 

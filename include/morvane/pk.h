@@ -63,10 +63,12 @@ MORVANE_API void MORVANE_CALL E_RSA_Init(E_RSA_KEY* key);
 
 /* ---- Key generation ----
  *
- * p has bits / 2 bits, q the rest; p is the larger one in the end. d is the inverse of e modulo lcm(p - 1, q - 1), not
- * modulo (p - 1)(q - 1). Where generation cannot succeed the record is left as it was: bits below 16 or above 4800 (below
- * 210 for the X9 functions, whose auxiliary primes have 101 bits), and an exponent of 0 or 1, or an even one but for the X9
- * functions. A generation without end is possible only through such arguments. */
+ * One prime has bits / 2 bits, the other one the rest; p is the larger one in the end. d is the inverse of e modulo
+ * lcm(p - 1, q - 1), not modulo (p - 1)(q - 1). The record must have been through E_RSA_Init; what it held does not matter.
+ *
+ * Where there cannot be such a key, or no memory, the record is left as it was: bits below 32 (below 200 for the X9
+ * functions) or above 4800, an exponent of 0 or 1, and an even one but for the X9 functions. With any other arguments a key
+ * is found, if only after long: primes of 16 bits are the shortest of which no e of 32 bits excludes all but one. */
 
 /* Plain primes, of EN_GeneratePrimeRSA. */
 MORVANE_API void MORVANE_CALL E_RSA_GenerateKey(E_RSA_KEY* key, int32_t bits, uint32_t e);
@@ -74,11 +76,20 @@ MORVANE_API void MORVANE_CALL E_RSA_GenerateKey(E_RSA_KEY* key, int32_t bits, ui
 /* Safe primes, of EN_GeneratePrimeStrongRSA: minutes for 2048 bits. */
 MORVANE_API void MORVANE_CALL E_RSA_GenerateStrongKey(E_RSA_KEY* key, int32_t bits, uint32_t e);
 
-/* Primes in the manner of ANSI X9.31: p1 divides p - 1, p2 divides p + 1, and so for q. The four auxiliary primes of 101 bits
- * are written big-endian in their fewest octets, 13 at most each. Checks the result and prints "p1 OK" or "p1 Fail", and so
- * for p2, q1 and q2, a line each, then "len = " with the words of gcd(p - 1, q - 1). Returns the count of characters of the
- * last line; 0 where nothing was generated. An even e follows X9.31's rule: p is 3 and q is 7 modulo 8 (before they are put in
- * order), gcd((p - 1) / 2, e) = gcd((q - 1) / 2, e) = 1, and d is the inverse modulo lcm(p - 1, q - 1) / 2. */
+/* Primes in the manner of ANSI X9.31: p1 divides p - 1, p2 divides p + 1, and so q1 and q2 for q. Each is the first one
+ * that suits e from a random number on; these two numbers are drawn until they differ in the whole word that has bit
+ * bits / 2 - 100. The four auxiliary primes of 101 bits are written big-endian, 13 octets each.
+ *
+ * Checks the result and prints "p1 OK" or "p1 Fail", and so for p2, q1 and q2, a line each, then "len = " and the words of
+ * gcd(p - 1, q - 1). Returns the count of characters of the last line; 0 where there is no key: nothing is written or
+ * printed then.
+ *
+ * An even e follows X9.31's rule: one prime is 3 and the other one 7 modulo 8, gcd((p - 1) / 2, e) = gcd((q - 1) / 2, e) =
+ * 1, and d is the inverse modulo lcm(p - 1, q - 1) / 2. Such a key does not invert m^e for every m: (m^e)^d is m or n - m
+ * where the Jacobi symbol of m is 1, and neither where it is -1. It is for schemes that know of this; those below do not.
+ *
+ * Primes like that have about 202 bits at least. Of fewer than some 420 bits asked for, the modulus has more; from 512 on
+ * it has as many as asked for, but for one chance in 2^40. */
 MORVANE_API int32_t MORVANE_CALL E_RSA_GenerateX9Key(E_RSA_KEY* key, int32_t bits, uint32_t e, uint8_t* p1, uint8_t* p2,
                                                      uint8_t* q1, uint8_t* q2);
 
@@ -87,7 +98,9 @@ MORVANE_API int32_t MORVANE_CALL E_RSA_GenerateX9Key(E_RSA_KEY* key, int32_t bit
 MORVANE_API int32_t MORVANE_CALL E_RSA_GenerateStrongX9Key(E_RSA_KEY* key, int32_t bits, uint32_t e, uint8_t* p1,
                                                            uint8_t* p2, uint8_t* q1, uint8_t* q2);
 
-/* From p, q and e computes d, dP, dQ and qInv. n is not touched. Values for which there is no d leave the record alone. */
+/* From p, q and e computes d, dP, dQ and qInv; for an even e as above. n is not touched. Values for which there is no d or
+ * no qInv, and members that do not fit their storage, leave the record alone. Whether p and q are prime is not looked at,
+ * nor which one is larger. */
 MORVANE_API void MORVANE_CALL E_RSA_GenerateD(E_RSA_KEY* key);
 
 /* ---- PKCS #1 v1.5 blocks ----

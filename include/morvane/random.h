@@ -4,6 +4,7 @@
  *
  *   general pool    RAND_Bytes, EN_Random                            for keys and for everything else
  *   key pool        E_GenerateRandom_RSA                             for keys and for everything else
+ *   X9.31           EN_X9_31Random, E_X9_31RandomBytes (prime.h)     for keys and for everything else
  *   X9.62           E_GenerateRandom_X962                            for scalars that sign and agree on keys
  *   EC-KCDSA        E_GenerateRandom_ECKCDSA                         the same
  *   digest chain    E_GenerateRandom_MD5, E_GenerateRandom mode 0    never for secrets

@@ -43,13 +43,13 @@ constexpr std::size_t kBlock = 8;
 void multiply_adx(LimbInWords* r, const LimbInWords* a, std::size_t a_size, const LimbInWords* b,
                   std::size_t b_size) noexcept {
     const std::size_t a_blocks = a_size / kBlock;
-    std::fill_n(r, a_size + b_size, 0);
+    for (std::size_t i = 0; i < a_size + b_size; ++i) r[i] = 0;  // std::fill_n would take limbs in words for plain limbs
     std::size_t j = 0;
     if (a_blocks != 0) {
         for (; j + kBlock <= b_size; j += kBlock) {
             Limb carry[kBlock] = {};
             morvane_adx_multiply_add_blocks(r + j, carry, a, a_blocks, b + j);
-            std::copy_n(carry, kBlock, r + j + a_blocks * kBlock);
+            for (std::size_t k = 0; k < kBlock; ++k) r[j + a_blocks * kBlock + k] = carry[k];
         }
     }
     // What is left of a by the blocks of b, then what is left of b by all of a.

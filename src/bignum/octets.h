@@ -14,7 +14,8 @@ inline void octets_to_words(Word* words, std::size_t count, const std::uint8_t* 
 // `size` octets of the words, zeros in front of the highest word.
 inline void words_to_octets(std::uint8_t* octets, std::size_t size, const Word* words, std::size_t count) noexcept {
     for (std::size_t i = 0; i < size; ++i) {
-        octets[size - 1 - i] = i / 4 < count ? static_cast<std::uint8_t>(words[i / 4] >> 8 * (i % 4)) : 0;
+        const Word word = i / 4 < count ? words[i / 4] : 0;
+        octets[size - 1 - i] = static_cast<std::uint8_t>(word >> 8 * (i % 4));
     }
 }
 

@@ -36,7 +36,7 @@ private:
 
 // Lets `write` fill the limbs of a product and takes from them the `words` that the operands' lengths allow.
 template <typename Write>
-void store_product(ENUM& r, std::size_t words, std::size_t limbs, Write write) noexcept {
+void store_product(ENUM& r, std::uint32_t sign, std::size_t words, std::size_t limbs, Write write) noexcept {
     if (limbs * kWordsPerLimb == words) {
         write(reinterpret_cast<LimbInWords*>(r.words));
     } else {
@@ -45,6 +45,7 @@ void store_product(ENUM& r, std::size_t words, std::size_t limbs, Write write) n
         write(product.get());
         store_limbs(r.words, product.get(), words);
     }
+    r.sign = sign;
     set_length(r, words - static_cast<std::size_t>(r.words[words - 1] == 0));
 }
 
@@ -78,13 +79,12 @@ bool divide_words(Word* q, Word* r, std::span<const Word> a, std::span<const Wor
 using namespace morvane::bignum;
 
 void EN_Mul(ENUM* r, const ENUM* a, const ENUM* b) {
-    r->sign = (a->sign != 0) != (b->sign != 0) ? 1 : 0;
-    const std::size_t words = words_in(*a) + words_in(*b);
-    if (words_in(*a) == 0 || words_in(*b) == 0) return set_length(*r, 0);
+    const std::uint32_t sign = (a->sign != 0) != (b->sign != 0) ? 1 : 0;
+    if (words_in(*a) == 0 || words_in(*b) == 0) return set(*r, sign, {});
     const Operand x(*a);
     const Operand y(*b);
     if (!x || !y) return;
-    store_product(*r, words, x.size() + y.size(),
+    store_product(*r, sign, words_in(*a) + words_in(*b), x.size() + y.size(),
                   [&](LimbInWords* product) { multiply(product, x.get(), x.size(), y.get(), y.size()); });
 }
 
@@ -93,8 +93,7 @@ void EN_Sqr(ENUM* r, const ENUM* a) {
     if (words == 0) return set_length(*r, 0);
     const Operand x(*a);
     if (!x) return;
-    r->sign = 0;
-    store_product(*r, words, 2 * x.size(), [&](LimbInWords* product) { square(product, x.get(), x.size()); });
+    store_product(*r, 0, words, 2 * x.size(), [&](LimbInWords* product) { square(product, x.get(), x.size()); });
 }
 
 std::int32_t EN_Div(ENUM* q, ENUM* r, const ENUM* a, const ENUM* d) {

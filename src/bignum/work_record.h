@@ -17,6 +17,10 @@ public:
     }
     explicit operator bool() const noexcept { return static_cast<bool>(words_); }
     ENUM* get() noexcept { return &record_; }
+    ENUM* operator->() noexcept { return &record_; }
+    const ENUM* operator->() const noexcept { return &record_; }
+    ENUM& operator*() noexcept { return record_; }
+    const ENUM& operator*() const noexcept { return record_; }
 
 private:
     WorkWords words_;

@@ -19,7 +19,10 @@ std::uint32_t tick_count() noexcept {
 
 std::uint32_t process_id() noexcept { return static_cast<std::uint32_t>(getpid()); }
 
-std::uint32_t process_clock() noexcept { return static_cast<std::uint32_t>(std::clock()); }
+std::uint32_t process_clock() noexcept {
+    constexpr std::clock_t kTicksPerMillisecond = CLOCKS_PER_SEC / 1000;
+    return static_cast<std::uint32_t>(std::clock() / kTicksPerMillisecond);
+}
 
 ScreenSize screen_size() noexcept { return {0, 0}; }
 

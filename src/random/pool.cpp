@@ -28,7 +28,7 @@ std::int32_t wrapped(std::int32_t at, std::int32_t size) noexcept { return at < 
 
 constinit Pool general_pool{};
 
-void Pool::seed(const std::uint8_t* input, std::int32_t count) noexcept {
+void Pool::seed(const std::uint8_t* octets, std::int32_t count) noexcept {
     if (count <= 0) return;
     std::int32_t at = wrapped(index, kPoolOctets);
     const std::int64_t end = std::int64_t{index} + count;
@@ -43,12 +43,12 @@ void Pool::seed(const std::uint8_t* input, std::int32_t count) noexcept {
         const std::int32_t step = std::min(count, kDigestSize);
         StepDigest next;
         next.add(digest, kDigestSize);
-        add_ring(next, octets, kPoolOctets, at, step).add(input, step).write(digest);
+        add_ring(next, ring, kPoolOctets, at, step).add(octets, step).write(digest);
         for (std::int32_t k = 0; k < step; ++k) {
-            octets[at] ^= digest[k];
+            ring[at] ^= digest[k];
             at = wrapped(at + 1, kPoolOctets);
         }
-        input += step;
+        octets += step;
         count -= step;
     }
 }
@@ -64,7 +64,7 @@ void Pool::seed_first() noexcept {
     seed(reinterpret_cast<const std::uint8_t*>(&now), sizeof now);
 }
 
-void Pool::draw(std::uint8_t* output, std::int32_t count) noexcept {
+void Pool::draw(std::uint8_t* octets, std::int32_t count) noexcept {
     if (!was_drawn) {
         was_drawn = true;
         seed_first();
@@ -77,14 +77,14 @@ void Pool::draw(std::uint8_t* output, std::int32_t count) noexcept {
     while (count > 0) {
         const std::int32_t step = std::min(count, kDrawStep);
         StepDigest next;
-        next.add(digest + kDrawStep, kDrawStep).add(output, step);
-        add_ring(next, octets, size, at, step).write(digest);
+        next.add(digest + kDrawStep, kDrawStep).add(octets, step);
+        add_ring(next, ring, size, at, step).write(digest);
         for (std::int32_t k = 0; k < step; ++k) {
-            octets[at] ^= digest[k];
+            ring[at] ^= digest[k];
             at = wrapped(at + 1, size);
-            output[k] = digest[kDrawStep + k];
+            octets[k] = digest[kDrawStep + k];
         }
-        output += step;
+        octets += step;
         count -= step;
     }
     StepDigest().add(&counter, sizeof counter).add(digest, kDigestSize).write(digest);

@@ -16,7 +16,7 @@ struct Pool {
     // time.
     void draw(std::uint8_t* octets, std::int32_t count) noexcept;
 
-    std::uint8_t octets[kPoolOctets];
+    std::uint8_t ring[kPoolOctets];
     std::uint8_t digest[16];  // the last one; its second half is what a draw puts out
     std::int32_t index;       // from 0 to 1023: where the next seed or draw begins, the end standing for 0
     std::int32_t fill;        // how many octets were ever seeded: draws use only these

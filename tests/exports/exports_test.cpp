@@ -2,6 +2,7 @@
 // listed name, aliases at the address of their target.
 #include <morvane/bignum.h>
 #include <morvane/csp.h>
+#include <morvane/prime.h>
 #include <morvane/primitives.h>
 #include <morvane/toolkit.h>
 

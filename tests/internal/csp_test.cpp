@@ -3,10 +3,12 @@
 #include "csp/expect_fails.h"
 #include "csp/padding.h"
 #include "csp/session.h"
+#include "hash/md5.h"
 #include "support/bytes.h"
 #include "support/failing_heap.h"
 
 #include <morvane/cipher.h>
+#include <morvane/random.h>
 
 #include <gtest/gtest.h>
 #include <cstdlib>
@@ -90,6 +92,17 @@ TEST(BlockPadding, LeavesTheRestAlone) {
     pad_block(rc4, block.data(), count, kPadPkcs5);
     EXPECT_EQ(count, 0U);
     EXPECT_EQ(block, Bytes(8, 0xcc));
+}
+
+TEST(BlockPadding, TakesTheFirstRandomBytesOfABlock) {
+    const CspCipherTable& des = *find_cipher_table(CSP_ALG_DES, CSP_MODE_CBC).table;
+    Bytes block(8, 0xcc), chain(16);
+    std::uint32_t count = 5;
+    E_GenerateRandom_MD5(chain.data(), 16);
+    pad_block(des, block.data(), count, kPadRandom);
+    morvane::hash::md5(chain.data(), chain.data(), 16);
+    EXPECT_EQ(to_hex(block), "cccccccccc" + to_hex(chain.data(), 3));
+    EXPECT_EQ(count, 8U);
 }
 
 TEST(CipherOperations, LeaveTheChainAloneOverNoBytes) {

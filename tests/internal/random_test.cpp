@@ -35,7 +35,7 @@ struct KnownPool {
     }
     std::string digest() const {
         Bytes all = given, digest(20);
-        all.insert(all.end(), std::begin(pool.octets), std::end(pool.octets));
+        all.insert(all.end(), std::begin(pool.ring), std::end(pool.ring));
         all.insert(all.end(), std::begin(pool.digest), std::end(pool.digest));
         E_SHA1(digest.data(), all.data(), size32(all));
         return to_hex(digest);

@@ -4,6 +4,7 @@
 #include "cpu/cpu.h"
 #include "hash/sha1_compress.h"
 #include "hash/sha2_compress.h"
+#include "internal/each_row.h"
 #include "support/bytes.h"
 #include "support/stack_call.h"
 
@@ -14,23 +15,6 @@ namespace {
 
 using namespace morvane;
 using namespace morvane::test;
-
-// Runs `check` once per usable row, the last of which is portable, with that row in use.
-template <typename Fn, std::size_t Rows, typename Check>
-void with_each_row(cpu::Dispatch<Fn, Rows>& dispatch, Check check) {
-    int usable = 0;
-    for (const cpu::Variant<Fn>& row : dispatch.rows()) {
-        if (!cpu::usable(row.needs)) continue;
-        ++usable;
-        SCOPED_TRACE(testing::Message() << "row that needs features " << row.needs);
-        dispatch.pin(row.run);
-        ASSERT_EQ(dispatch.get(), row.run);
-        check(row.run);
-    }
-    dispatch.pin(nullptr);
-    EXPECT_GE(usable, 1);
-    testing::Test::RecordProperty("usable_rows", usable);
-}
 
 TEST(Dispatch, TakesTheFirstUsableRowAndKeepsIt) {
     using Fn = int();

@@ -1,5 +1,4 @@
 // Random sources as programs see them.
-#include <morvane/cipher.h>
 #include <morvane/csp.h>
 #include <morvane/random.h>
 
@@ -34,21 +33,6 @@ Bytes drawn(Source source, std::uint32_t count) {
     EXPECT_EQ(bytes.back(), 0xee);
     bytes.pop_back();
     return bytes;
-}
-
-TEST(RandomSources, GiveOtherOctetsEachTime) {
-    const auto pool = [](std::uint8_t* bytes, std::uint32_t count) { RAND_Bytes(bytes, static_cast<std::int32_t>(count)); };
-    const auto keys = [](std::uint8_t* bytes, std::uint32_t count) {
-        E_GenerateSeed_RSA(bytes, 1);
-        E_GenerateRandom_RSA(bytes, static_cast<std::int32_t>(count));
-    };
-    std::set<std::string> seen;
-    for (int i = 0; i < 100; ++i) {
-        for (const Bytes& bytes :
-             {drawn(pool, 13), drawn(keys, 13), drawn(E_GenerateRandom_MD5, 13), drawn(E_GenerateRandom_DES, 13)})
-            seen.insert(to_hex(bytes));
-    }
-    EXPECT_EQ(seen.size(), 400U);
 }
 
 TEST(RandomSources, ChainIsMd5OfItsLastState) {
@@ -94,31 +78,6 @@ TEST(RandomServices, DrawFromTheGeneratorOfTheirName) {
     const Bytes last = md5(drawn(E_GenerateRandom_MD5, 16));
     EXPECT_NE(provided(CSP_ALG_RANDOM_ALT), last);
     EXPECT_EQ(provided(CSP_ALG_RANDOM), last);
-
-    // Padding: of a block of 8 bytes, the first 3.
-    E_DES_KEY_SCHEDULE schedule{};
-    CSSM_KEY key{};
-    key.KeyHeader.BlobType = 2;
-    key.KeyHeader.AlgorithmId = CSP_ALG_DES;
-    key.KeyData = {sizeof schedule, reinterpret_cast<std::uint8_t*>(&schedule)};
-    CSSM_CONTEXT_ATTRIBUTE attributes[] = {
-        {CSP_ATTR_KEY, 0, {}}, {CSP_ATTR_MODE, 0, {CSP_MODE_ECB}}, {CSP_ATTR_PADDING, 0, {9}}};
-    attributes[0].Attribute.Key = &key;
-    CspSession session{};
-    session.context_type = CSP_CONTEXT_SYMMETRIC;
-    session.algorithm = CSP_ALG_DES;
-    session.attributes = attributes;
-    session.number_of_attributes = 3;
-    const auto handle = reinterpret_cast<CspHandle>(&session);
-    std::uint8_t five[5] = {1, 2, 3, 4, 5}, room[8];
-    const CSSM_DATA in = {5, five}, out = {8, room};
-    CSSM_DATA remainder = {8, room};
-    std::uint32_t written = 0;
-    ASSERT_EQ(CSP_EncryptDataInit(100, handle, nullptr), 0);
-    ASSERT_EQ(CSP_EncryptDataUpdate(100, handle, &in, 1, &out, 1, &written), 0);
-    ASSERT_EQ(CSP_EncryptDataFinal(100, handle, &remainder), 0);
-    E_DES_ECB_Decrypt(room, room, &schedule, 8);
-    EXPECT_EQ(to_hex(room, 8), "0102030405" + to_hex(md5(last).data(), 3));
 }
 
 // A buffer that a scalar is written to, with its length.

@@ -11,6 +11,7 @@ class Vector {
 public:
     void set(const std::string& name, const std::string& value) { fields_[name] = value; }
     bool empty() const { return fields_.empty(); }
+    const std::map<std::string, std::string>& fields() const { return fields_; }
     bool has(const std::string& name) const { return fields_.count(name) != 0; }
     // Both throw when the field is missing.
     const std::string& text(const std::string& name) const { return fields_.at(name); }

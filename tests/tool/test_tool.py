@@ -371,6 +371,45 @@ class RandomTest(ToolTest):
                 self.assertRegex(err, rb"^morvane: standard output: [^\n]+\n$")
 
 
+class PrimeTest(ToolTest):
+    def test_kinds_and_formats(self):
+        for kind, bits in (("rsa", 200), ("strong", 60), ("x9", 40), ("STRONG-X9", 20)):
+            p = int(self.run_tool("prime", str(bits), "--kind", kind)[0], 16)
+            self.assertEqual(p >> (bits - 2), 3, kind)
+            self.assertEqual(pow(3, p - 1, p), 1, kind)
+            out, _ = self.run_tool("prime", "--test", hex(p))
+            self.assertIn(out, (b"safe prime\n",) if kind.lower().startswith("strong") else (b"prime\n", b"safe prime\n"))
+        for kind, remainder, found in (("dh", (), 1), ("dh", ("--remainder", "0x1d"), 29), ("strong-dh", ("--remainder", "5"), 59)):
+            out, _ = self.run_tool("prime", "100", "--kind", kind, "--step", "60", *remainder, "--format", "dec")
+            self.assertEqual((int(out).bit_length(), int(out) % 60), (100, found))
+            self.assertEqual(pow(3, int(out) - 1, int(out)), 1)
+
+    def test_tested_numbers(self):
+        digits = str(2 ** 607 - 1)
+        for number, code, expected in ((digits, GOOD, b"prime\n"), (digits + "0", MISMATCH, b"not prime\n"), ("0", MISMATCH, b"not prime\n"),
+                                       ("0x17", GOOD, b"safe prime\n"), ("1000000007", GOOD, b"safe prime\n")):
+            self.assertEqual(self.run_tool("prime", "--test", number, code=code)[0], expected)
+
+    def test_wrong_usage(self):
+        for arguments in ((), ("1",), ("16385",), ("many",), ("64", "--kind", "none"), ("64", "--format", "oct"), ("64", "--step", "4"),
+                          ("64", "--kind", "dh"), ("64", "--test", "5"), ("--test", "0x"), ("--test", "12a"), ("--test", "-3"),
+                          ("64", "--kind", "dh", "--step", "x")):
+            self.assertEqual(self.run_tool("prime", *arguments, code=USAGE)[0], b"", arguments)
+
+    def test_seconds_are_for_terminals(self):
+        if IS_WINDOWS:
+            self.skipTest("needs a console")
+        for quiet, expected in (((), b"\rsearching, 1 s"), (("--quiet",), b"")):
+            ours, theirs = os.openpty()
+            command = [*COMMAND, "prime", "16384", "--kind", "strong", *quiet]
+            with subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=theirs) as running:
+                shown = os.read(ours, len(expected)) if expected else time.sleep(1.5)
+                running.kill()
+            os.close(theirs)
+            os.close(ours)
+            self.assertEqual(shown or b"", expected)
+
+
 class CommandTest(ToolTest):
     def test_wrong_usage(self):
         for arguments in ([], ["nothing"], ["digest"], ["digest", "nothing"], ["digest", "sha1", "--nothing"],
@@ -382,7 +421,7 @@ class CommandTest(ToolTest):
     def test_help_names_every_verb_and_option(self):
         out, _ = self.run_tool("help")
         verbs = [line.split()[0].decode() for line in out.split(b"\n") if line.startswith(b"  ")]
-        self.assertEqual(verbs, ["digest", "encrypt", "decrypt", "random", "list", "version", "help"])
+        self.assertEqual(verbs, ["digest", "encrypt", "decrypt", "random", "prime", "list", "version", "help"])
         self.assertEqual(self.run_tool("-h")[0], out)
         out, _ = self.run_tool("help", "digest")
         for option in (b"ALGORITHM", b"FILE", b"--check", b"--quiet", b"Exit codes"):

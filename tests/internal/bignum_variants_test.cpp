@@ -1,0 +1,154 @@
+// Every routine of the big numbers that this machine can run, against the plain one.
+#include "bignum/kernel_variants.h"
+#include "bignum/odd_modulus.h"
+#include "bignum/power_engines.h"
+#include "bignum/rows.h"
+#include "internal/each_row.h"
+#include "support/numbers.h"
+
+#include <numeric>
+
+namespace {
+
+using namespace morvane;
+using namespace morvane::bignum;
+using namespace morvane::test;
+
+using Limbs = std::vector<Limb>;
+
+constexpr std::uint32_t kSeed = 20302;
+
+// Lengths in words: each one that code for short numbers may treat on its own, and a few around the frames' size.
+std::vector<std::size_t> lengths() {
+    std::vector<std::size_t> all(40);
+    std::iota(all.begin(), all.end(), 1);
+    all.insert(all.end(), {64, 128, 150, 160});
+    return all;
+}
+
+Limbs limbs_of(const Words& words) {
+    Limbs limbs(limbs_for(words.size()));
+    load_limbs(limbs.data(), words.data(), words.size());
+    return limbs;
+}
+
+Limbs shaped_limbs(Random& random, std::size_t count) { return limbs_of(shaped_words(random, count * kWordsPerLimb)); }
+
+Limbs junk(std::size_t count) { return Limbs(count, Limb{0} - 0x11); }  // the last one is a guard
+
+// Odd numbers of `count` words: just above a power of two and just below one, and shaped ones.
+std::vector<Words> moduli(Random& random, std::size_t count) {
+    std::vector<Words> all = {Words(count), Words(count), Words(count, UINT32_MAX), Words(count, UINT32_MAX)};
+    all[0].back() = 1;
+    all[1].back() = 0x80000000;
+    all[3][0] -= 4;
+    for (int i = 0; i < 3; ++i) all.push_back(shaped_words(random, count));
+    for (Words& m : all) m[0] |= 1;
+    return all;
+}
+
+TEST(BignumVariants, MultiplyAndSquareAlike) {
+    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
+    Random random(kSeed);
+    for (const std::size_t n : lengths()) {
+        for (const std::size_t other : {n, std::size_t{1}, 1 + n / 2, n + 3}) {
+            for (int i = 0; i < 4; ++i) {
+                const Limbs a = i == 0 ? Limbs(n, ~Limb{0}) : shaped_limbs(random, n);
+                const Limbs b = i == 0 ? Limbs(other, ~Limb{0}) : shaped_limbs(random, other);
+                Limbs product = junk(n + other + 1), square = junk(2 * n + 1);
+                multiply_plain(product.data(), a.data(), n, b.data(), other);
+                square_plain(square.data(), a.data(), n);
+                with_each_row(multiply_variants, [&](MultiplyFn* run) {
+                    Limbs r = junk(n + other + 1);
+                    run(r.data(), a.data(), n, b.data(), other);
+                    ASSERT_EQ(r, product) << n << " by " << other << " limbs";
+                });
+                with_each_row(square_variants, [&](SquareFn* run) {
+                    Limbs r = junk(2 * n + 1);
+                    run(r.data(), a.data(), n);
+                    ASSERT_EQ(r, square) << n << " limbs";
+                });
+                with_each_row(multiply_subtract_variants, [&](RowFn* run) {
+                    Limbs expected = product, r = product;
+                    const Limb borrow = multiply_subtract_row(expected.data(), a.data(), n, b.back());
+                    ASSERT_EQ(run(r.data(), a.data(), n, b.back()), borrow) << n << " limbs";
+                    ASSERT_EQ(r, expected) << n << " limbs";
+                });
+            }
+        }
+    }
+}
+
+TEST(BignumVariants, ReduceAlike) {
+    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
+    Random random(kSeed);
+    for (const std::size_t words : lengths()) {
+        for (const Words& modulus : moduli(random, words)) {
+            const Limbs m = limbs_of(modulus);
+            const std::size_t n = m.size();
+            const Limb minus_inverse = Limb{0} - static_cast<Limb>(inverse_of_odd(m[0]));
+            for (int i = 0; i < 4; ++i) {
+                // The greatest input, which is m B^n - 1; an upper half of m - 1; multiples of m; an upper half of 0.
+                Limbs t = i == 0 ? Limbs(n, ~Limb{0}) : shaped_limbs(random, n);
+                t.resize(2 * n);
+                if (i < 2) std::copy(m.begin(), m.end(), t.begin() + static_cast<std::ptrdiff_t>(n));
+                if (i < 2) --t[n];
+                if (i == 2) multiply_plain(t.data(), m.data(), n, shaped_limbs(random, n).data(), n);
+                Limbs expected = junk(n + 1), plain_t = t;
+                montgomery_reduce_plain(expected.data(), plain_t.data(), m.data(), n, minus_inverse);
+                ASSERT_LT(compare(expected.data(), m.data(), n), 0);
+                with_each_row(reduce_variants, [&](ReduceFn* run) {
+                    Limbs r = junk(n + 1), used = t;
+                    run(r.data(), used.data(), m.data(), n, minus_inverse);
+                    ASSERT_EQ(r, expected) << words << " words, input " << i;
+                    used = t;
+                    run(used.data(), used.data(), m.data(), n, minus_inverse);
+                    used.resize(n);
+                    used.push_back(r.back());
+                    ASSERT_EQ(used, expected) << words << " words, input " << i << ", in place";
+                });
+            }
+        }
+    }
+}
+
+TEST(BignumVariants, ComputeThePowersOfDivision) {
+    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
+    Random random(kSeed);
+    for (const std::size_t n : lengths()) {
+        const std::vector<Words> all = moduli(random, n);
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            const std::size_t e_words = n < 20 ? 1 + i % 3 : 1 + i % 2;
+            std::array<Words, 2> bases, exponents, expected, results;
+            std::array<Power, 2> powers;
+            for (std::size_t s = 0; s < 2; ++s) {
+                const Words& m = all[(i + 3 * s) % all.size()];
+                bases[s] = i == 0 ? Words(n, UINT32_MAX) : shaped_words(random, random.below(4) == 0 ? n / 2 : n);
+                exponents[s] = shaped_words(random, e_words);
+                expected[s] = results[s] = Words(n + 1, 0x5aa55aa5);
+                powers[s] = {bases[s], exponents[s], m, expected[s].data()};
+                ASSERT_TRUE(power_division(powers[s]));
+                powers[s].result = results[s].data();
+            }
+            SCOPED_TRACE(testing::Message() << n << " words, modulus " << i);
+            with_each_row(power_odd, [&](PowerFn* run) {
+                ASSERT_TRUE(run(powers[0]));
+                ASSERT_EQ(results[0], expected[0]);
+                if (bases[0].size() == n) {  // in place of the base
+                    Words base = bases[0];
+                    ASSERT_TRUE(run({base, exponents[0], powers[0].modulus, base.data()}));
+                    ASSERT_TRUE(std::equal(base.begin(), base.end(), expected[0].begin()));
+                }
+            });
+            with_each_row(power_pair, [&](PowerPairFn* run) {
+                results.fill(Words(n + 1, 0x5aa55aa5));
+                powers[0].result = results[0].data();
+                powers[1].result = results[1].data();
+                ASSERT_TRUE(e_words > 1 ? run(powers) : power_mod_pair(powers));
+                ASSERT_EQ(results, expected);
+            });
+        }
+    }
+}
+
+}  // namespace

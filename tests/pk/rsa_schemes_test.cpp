@@ -1,0 +1,285 @@
+// RSA: limits of lengths, what is printed, layouts of blocks, the rules for private operations.
+#include "pk/rsa_key.h"
+
+#include <climits>
+#include <cstring>
+#include <functional>
+
+namespace {
+
+using namespace morvane::test;
+
+RsaKey key_of(const std::string& file) { return RsaKey(load_vectors(file).front()); }
+
+class Rsa : public testing::Test {
+protected:
+    RsaKey key = key_of("rsa_pss.txt");  // 1024 bits
+    static constexpr std::int32_t k = 128;
+    Random random{20297};
+    Bytes message = random.bytes(700);
+
+    Bytes message_of(std::int32_t len) const { return {message.begin(), message.begin() + len}; }
+};
+
+// 00, the type, padding, the octet after it, the message; to the modulus' length by the last octet of the padding.
+Bytes block_of(std::uint8_t type, std::uint8_t pad, std::size_t padding, std::uint8_t after, std::size_t size) {
+    Bytes block(size, 0x5a);
+    block[0] = 0;
+    block[1] = type;
+    std::fill_n(block.begin() + 2, padding, pad);
+    if (2 + padding < size) block[2 + padding] = after;
+    return block;
+}
+
+TEST_F(Rsa, BlocksOpenByTheirPadding) {
+    struct Case {
+        Bytes block;
+        std::int32_t opened;  // of the right type
+    };
+    for (const std::uint8_t type : {std::uint8_t{1}, std::uint8_t{2}}) {
+        const std::uint8_t pad = type == 1 ? 0xff : 0x01;
+        Bytes wide = block_of(type, pad, 8, 0, k);
+        wide[0] = 1;
+        Bytes no_zero = block_of(type, pad, 8, type == 1 ? 0xfe : 0x01, k);
+        Bytes short_integer = block_of(type, pad, 9, 0, k);
+        std::rotate(short_integer.begin(), short_integer.end() - 1, short_integer.end());
+        short_integer[0] = 0;
+        const Case cases[] = {{block_of(type, pad, 7, 0, k), -1},
+                              {block_of(type, pad, 8, 0, k), k - 11},
+                              {block_of(type, pad, 9, 0, k), k - 12},
+                              {block_of(type, pad, 0, 0, k), -1},
+                              {block_of(type, pad, k - 2, 0, k), -1},
+                              {block_of(type, pad, k - 3, 0, k), 0},
+                              {block_of(type, pad, k - 4, 0, k), 1},
+                              {block_of(type ^ 3, pad, 8, 0, k), -1},
+                              {block_of(0, pad, 8, 0, k), -1},
+                              {wide, -1},
+                              {no_zero, -1},
+                              {short_integer, -1},
+                              {Bytes(k, 0), -1}};
+        for (const Case& test : cases) {
+            const Bytes content(test.block.end() - std::max(test.opened, 0), test.block.end());
+            const Outcome expected = {test.opened, content};
+            EXPECT_EQ(outcome_of([&](auto* out) {
+                          return type == 1 ? E_RSA_Public_Decrypt(out, key.deciphered(test.block).data(), k, key)
+                                           : E_RSA_Private_Decrypt(out, key.enciphered(test.block).data(), k, key);
+                      }),
+                      expected)
+                << to_hex(test.block);
+        }
+    }
+}
+
+TEST_F(Rsa, WhatIsEncipheredIsOpened) {
+    for (int i = 0; i < 150; ++i) {
+        const std::int32_t hash = std::array{0, 1, 5, 6, 2}[random.below(5)];
+        const std::int32_t mgf = std::array{0, 1, 5, 6, 7, 8}[random.below(6)];
+        const std::int32_t most = k - 2 - 2 * (hash == 6 ? 32 : 20);
+        const Bytes text = message_of(static_cast<std::int32_t>(random.below(static_cast<std::uint32_t>(most) + 1)));
+        const std::int32_t len = length_of(text);
+        const Bytes label = random.bytes(random.below(100));
+        const Outcome block = outcome_of([&](auto* out) { return E_RSA_Public_Encrypt(out, out, len, key); }, text);
+        EXPECT_EQ(outcome_of([&](auto* out) { return E_RSA_Private_Decrypt(out, block.out.data(), k, key); }),
+                  message_outcome(text));
+        const Outcome oaep = outcome_of(
+            [&](auto* out) { return E_RSAES_OAEP_Encrypt(hash, mgf, out, out, len, label.data(), length_of(label), key); },
+            text);
+        EXPECT_EQ(outcome_of([&](auto* out) {
+                      return E_RSAES_OAEP_Decrypt(hash, mgf, out, oaep.out.data(), k, label.data(), length_of(label), key);
+                  }),
+                  message_outcome(text))
+            << hash << " " << mgf;
+        Bytes sig = text;
+        sig.resize(700);
+        std::int32_t size = 0;
+        ASSERT_EQ(E_RSASSA_PSS_Sign(hash, mgf, sig.data(), &size, sig.data(), len, i % 60, key), 1);
+        ASSERT_EQ(size, k);
+        ASSERT_EQ(E_RSASSA_PSS_Verify(hash, mgf, text.data(), len, sig.data(), size, i % 60, key), 1) << hash << " " << mgf;
+    }
+}
+
+// With a modulus of 1030 bits an encoded message, of 1031 bits, is below it sometimes; only then does the signature verify.
+TEST_F(Rsa, OddModuliSign) {
+    RsaKey one_more(load_vectors("rsa_pss.txt")[7]);
+    ASSERT_EQ(EN_GetFilledBitNum(&one_more->n), 1025U);
+    RsaKey six_more(load_vectors("rsa_oaep.txt")[7]);
+    ASSERT_EQ(EN_GetFilledBitNum(&six_more->n), 1030U);
+    Bytes sig(k + 1);
+    std::int32_t size = 0;
+    int verified = 0;
+    testing::internal::CaptureStdout();
+    for (std::int32_t i = 0; i < 60; ++i) {
+        EXPECT_EQ(E_RSASSA_PSS_Sign(0, 0, sig.data(), &size, message.data(), i, 20, one_more), 1);
+        EXPECT_EQ(E_RSASSA_PSS_Verify(0, 0, message.data(), i, sig.data(), size, 20, one_more), 1);
+        EXPECT_EQ(E_RSASSA_PSS_Sign(0, 0, sig.data(), &size, message.data(), i, 20, six_more), 1);
+        verified += E_RSASSA_PSS_Verify(0, 0, message.data(), i, sig.data(), size, 20, six_more) == 1 ? 1 : 0;
+    }
+    testing::internal::GetCapturedStdout();
+    EXPECT_GT(verified, 0);
+    EXPECT_LT(verified, 60);
+}
+
+TEST_F(Rsa, VerifyComparesABeginning) {
+    const auto verify = [&](const Bytes& sig, const Bytes& expected, std::int32_t len) {
+        return E_RSA_Verify(expected.data(), len, sig.data(), k, key);
+    };
+    Bytes sig(k);
+    std::int32_t size = 0;
+    EXPECT_EQ(E_RSA_Sign(message.data(), 35, sig.data(), &size, key), 1);
+    EXPECT_EQ(size, k);
+    Bytes extended = message_of(35);
+    extended.resize(101);
+    Bytes other = message_of(101);
+    other[34] ^= 1;
+    for (const std::int32_t len : {0, 1, 20, 35}) EXPECT_EQ(verify(sig, message, len), 1) << len;
+    for (const std::int32_t len : {36, 100, 101, 700, -1, INT_MIN, INT_MAX}) EXPECT_EQ(verify(sig, message, len), 0) << len;
+    EXPECT_EQ(verify(sig, extended, 100), 1);
+    EXPECT_EQ(verify(sig, other, 34), 1);
+    EXPECT_EQ(verify(sig, other, 35), 0);
+    sig[60] ^= 1;
+    for (const std::int32_t len : {0, 1, 100}) EXPECT_EQ(verify(sig, Bytes(100), len), len == 0 ? 1 : 0);
+    EXPECT_EQ(E_RSA_Verify(nullptr, 0, sig.data(), -1, key), 1);
+
+    EXPECT_EQ(E_RSA_Sign(message.data(), k - 11, sig.data(), &size, key), 1);
+    EXPECT_EQ(verify(sig, message, 100), 1);
+    EXPECT_EQ(verify(sig, message, 101), 0);
+    EXPECT_EQ(E_RSA_Sign(message.data(), k - 10, sig.data(), &size, key), 1);
+    EXPECT_EQ(size, -1);
+}
+
+// Chinese remainders by both rules: a wrong qInv shows where they are used.
+TEST_F(Rsa, PrivateRulesByQInv) {
+    ASSERT_EQ(key->qInv.length, 16);
+    RsaKey wrong = key;
+    wrong->qInv_words[0] ^= 2;
+    RsaKey shorter = wrong;  // below 16 words, d is used where the length counts
+    shorter->qInv.length = 15;
+    RsaKey without = wrong;
+    without->qInv.length = 0;
+    const Bytes block = key.enciphered(block_of(2, 1, 8, 0, k));
+    Bytes out(k, 0xee);
+    const Bytes untouched = out;
+    std::int32_t size = 7;
+    EXPECT_EQ(E_RSA_Private_Encrypt(out.data(), message.data(), 20, wrong), 0);
+    EXPECT_EQ(E_RSA_Private_Decrypt(out.data(), block.data(), k, wrong), 0);
+    EXPECT_EQ(E_RSA_Sign(message.data(), 20, out.data(), &size, wrong), 1);
+    EXPECT_EQ(size, 0);
+    size = 7;
+    for (RsaKey* bad : {&wrong, &shorter}) {
+        EXPECT_EQ(E_RSASSA_PSS_Sign(0, 0, out.data(), &size, message.data(), 20, 20, *bad), 0);
+        EXPECT_EQ(E_RSAES_OAEP_Decrypt(0, 0, out.data(), block.data(), k, nullptr, 0, *bad), -1);
+    }
+    EXPECT_EQ(size, 7);
+    EXPECT_EQ(out, untouched);
+    EXPECT_EQ(E_RSA_Private_Encrypt(out.data(), message.data(), 20, shorter), k);
+    EXPECT_EQ(E_RSA_Verify(message.data(), 20, out.data(), k, key), 1);
+    EXPECT_EQ(E_RSA_Private_Decrypt(out.data(), block.data(), k, shorter), k - 11);
+    EXPECT_EQ(E_RSASSA_PSS_Sign(0, 0, out.data(), &size, message.data(), 20, 20, without), 1);
+    EXPECT_EQ(E_RSASSA_PSS_Verify(0, 0, message.data(), 20, out.data(), k, 20, key), 1);
+}
+
+// Every limit of a length with what is answered and printed there.
+TEST_F(Rsa, LengthsAndTexts) {
+    const char* const kOlderLong = "encrypt part : message too long. encoding error";
+    const char* const kEncoder = "Input message too long. Fail to oaep encoding!";
+    const char* const kNewerLong = "encrypt part : message too long.";
+    const char* const kPssShort = "EMSA_PSS_ENCODE ERROR : intended encoded message length too short(emLen < hLen+sLen+2)";
+    const char* const kPssVerifyShort = "\nEMSA_PSS_VERIFY ERROR : encoded message too short";
+    const std::uint8_t* const msg = message.data();
+    const Bytes sig = key.deciphered(message_of(100));
+    RsaKey empty = key;
+    empty->n.length = 0;
+    RsaKey huge = key;
+    huge->n.length = E_RSA_MODULUS_WORDS + 1;
+
+    using Call = std::function<std::int32_t(std::uint8_t*, std::int32_t)>;
+    const Call block2 = [&](auto* out, auto len) { return E_RSA_Public_Encrypt(out, msg, len, key); };
+    const Call block1 = [&](auto* out, auto len) { return E_RSA_Private_Encrypt(out, msg, len, key); };
+    const Call open1 = [&](auto* out, auto len) { return E_RSA_Public_Decrypt(out, sig.data(), len, key); };
+    const Call open2 = [&](auto* out, auto len) { return E_RSA_Private_Decrypt(out, sig.data(), len, key); };
+    const Call older = [&](auto* out, auto len) { return E_RSA_Public_Encrypt_OAEP(out, msg, len, nullptr, 0, key); };
+    const Call older_label = [&](auto* out, auto len) { return E_RSA_Public_Encrypt_OAEP(out, msg, 5, msg, len, key); };
+    const Call newer = [&](auto* out, auto len) { return E_RSAES_OAEP_Encrypt(6, 0, out, msg, len, nullptr, 0, key); };
+    const Call newer_sha512 = [&](auto* out, auto len) { return E_RSAES_OAEP_Encrypt(8, 0, out, msg, len, msg, 5, key); };
+    const Call older_open = [&](auto* out, auto len) {
+        return E_RSA_Private_Decrypt_OAEP(out, sig.data(), len, msg, 0, key);
+    };
+    const Call newer_open = [&](auto* out, auto len) {
+        return E_RSAES_OAEP_Decrypt(1, 1, out, sig.data(), len, msg, 0, key);
+    };
+    const Call newer_open_label = [&](auto* out, auto len) {
+        return E_RSAES_OAEP_Decrypt(1, 1, out, sig.data(), k, msg, len, key);
+    };
+    const Call salt = [&](auto* out, auto len) {
+        std::int32_t size = -7;
+        const std::int32_t made = E_RSASSA_PSS_Sign(1, 0, out, &size, msg, 9, len, key);
+        EXPECT_EQ(size, made == 1 ? k : -7);
+        return made == 1 ? size : made;
+    };
+    const Call pss_verify = [&](auto*, auto len) { return E_RSASSA_PSS_Verify(0, 0, msg, 9, sig.data(), len, 20, key); };
+    const Call pss_salt = [&](auto*, auto len) { return E_RSASSA_PSS_Verify(0, 0, msg, 9, sig.data(), k, len, key); };
+    const Call without_modulus = [&](auto* out, auto len) {
+        std::int32_t sum = 0;
+        for (const RsaKey* bad : {&empty, &huge}) {
+            sum += E_RSA_Public_Encrypt(out, msg, len, *bad) + E_RSA_Private_Encrypt(out, msg, len, *bad) +
+                   E_RSA_Public_Decrypt(out, msg, len, *bad) + E_RSA_Private_Decrypt(out, msg, len, *bad) +
+                   E_RSA_Private_Decrypt_OAEP(out, msg, len, msg, 0, *bad) +
+                   E_RSASSA_PSS_Verify(0, 0, msg, 9, msg, len, 20, *bad);
+        }
+        return sum;
+    };
+    const struct {
+        const char* name;
+        const Call& call;
+        std::int32_t len, status;
+        const char* text;
+    } kCases[] = {
+        {"type 2", block2, k - 11, k, ""},
+        {"type 2", block2, k - 10, -1, ""},
+        {"type 2", block2, -1, -1, ""},
+        {"type 2", block2, INT_MIN, -1, ""},
+        {"type 1", block1, k - 11, k, ""},
+        {"type 1", block1, k - 10, -1, ""},
+        {"type 1", block1, INT_MAX, -1, ""},
+        {"type 1", block1, INT_MIN, -1, ""},
+        {"opening type 1", open1, k - 1, -1, ""},
+        {"opening type 1", open1, -k, -1, ""},
+        {"opening type 2", open2, k + 1, -1, ""},
+        {"opening type 2", open2, INT_MIN, -1, ""},
+        {"older OAEP", older, k - 42, k, ""},
+        {"older OAEP", older, k - 41, k, kEncoder},
+        {"older OAEP", older, k - 22, k, kEncoder},
+        {"older OAEP", older, k - 21, -1, kOlderLong},
+        {"older OAEP", older, INT_MAX, -1, kOlderLong},
+        {"older OAEP", older, -1, -1, kOlderLong},
+        {"older OAEP, label", older_label, 700, k, ""},
+        {"older OAEP, label", older_label, -1, -1, kOlderLong},
+        {"OAEP", newer, k - 66, k, ""},
+        {"OAEP", newer, k - 65, -1, kNewerLong},
+        {"OAEP", newer, INT_MIN, -1, kNewerLong},
+        {"OAEP without room for two hashes", newer_sha512, 0, -1, kNewerLong},
+        {"opening older OAEP", older_open, k - 1, -1, ""},
+        {"opening OAEP", newer_open, k + 1, -1, ""},
+        {"opening OAEP, label", newer_open_label, INT_MIN, -1, ""},
+        {"PSS, salt", salt, k - 22, k, ""},
+        {"PSS, salt", salt, k - 21, 0, kPssShort},
+        {"PSS, salt", salt, INT_MAX, 0, kPssShort},
+        {"PSS, salt", salt, -1, 0, kPssShort},
+        {"PSS verification", pss_verify, k - 1, 0, ""},
+        {"PSS verification", pss_verify, -k, 0, ""},
+        {"PSS verification, salt", pss_salt, INT_MAX, -1, kPssVerifyShort},
+        {"PSS verification, salt", pss_salt, INT_MIN, 0, ""},
+        {"no modulus", without_modulus, 0, -10, ""},
+    };
+    for (const auto& test : kCases) {
+        testing::internal::CaptureStdout();
+        const Outcome outcome = outcome_of([&](auto* out) { return test.call(out, test.len); });
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), test.text) << test.name << ", " << test.len;
+        EXPECT_EQ(outcome.status, test.status) << test.name << ", " << test.len;
+        if (test.text == kEncoder) {  // zeros, enciphered
+            EXPECT_EQ(outcome.out, Bytes(k)) << test.len;
+        }
+    }
+}
+
+}  // namespace

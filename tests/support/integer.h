@@ -1,0 +1,74 @@
+// Integers as a test writes them: with operators, and room for whatever comes.
+#pragma once
+
+#include <morvane/bignum.h>
+
+#include "support/bytes.h"
+
+#include <memory>
+
+namespace morvane::test {
+
+class Integer {
+public:
+    static constexpr std::uint32_t kWords = 128;
+
+    Integer(std::uint32_t value = 0) { EN_U32ToENUM(*this, value); }
+    Integer(const char* hex) {
+        const Bytes bytes = from_hex(std::string(std::string_view(hex).size() % 2, '0') + hex);
+        EN_U8ToENUM(*this, bytes.data(), size32(bytes));
+    }
+    Integer(const Integer& other) { EN_Copy(*this, other); }
+    Integer& operator=(const Integer& other) {
+        EN_Copy(*this, other);
+        return *this;
+    }
+
+    operator ENUM*() { return record_.get(); }
+    operator const ENUM*() const { return record_.get(); }
+    ENUM* operator->() { return record_.get(); }
+
+    std::uint32_t bits() const { return EN_GetFilledBitNum(*this); }
+    std::string hex() const {
+        Bytes bytes(4 * kWords);
+        bytes.resize(static_cast<std::size_t>(EN_ENUMToU8(bytes.data(), *this)));
+        return to_hex(bytes);
+    }
+
+private:
+    std::unique_ptr<ENUM, void (*)(ENUM*)> record_{EN_Create(kWords), [](ENUM* x) { EN_Destroy(x); }};
+};
+
+inline Integer operator+(const Integer& a, const Integer& b) {
+    Integer sum;
+    EN_Add(sum, a, b);
+    return sum;
+}
+inline Integer operator-(const Integer& a, const Integer& b) {
+    Integer difference;
+    EN_Sub(difference, a, b);
+    return difference;
+}
+inline Integer operator*(const Integer& a, const Integer& b) {
+    Integer product;
+    EN_Mul(product, a, b);
+    return product;
+}
+inline Integer operator%(const Integer& a, const Integer& b) {
+    Integer rest;
+    EN_Mod(rest, a, b);
+    return rest;
+}
+inline Integer operator>>(const Integer& a, int bits) {
+    Integer shifted;
+    EN_RShift(shifted, a, bits);
+    return shifted;
+}
+inline Integer operator<<(const Integer& a, int bits) {
+    Integer shifted;
+    EN_LShift(shifted, a, bits);
+    return shifted;
+}
+inline bool operator==(const Integer& a, const Integer& b) { return a.hex() == b.hex(); }
+
+}  // namespace morvane::test
