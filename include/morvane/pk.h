@@ -73,7 +73,7 @@ MORVANE_API void MORVANE_CALL E_RSA_Init(E_RSA_KEY* key);
 /* Plain primes, of EN_GeneratePrimeRSA. */
 MORVANE_API void MORVANE_CALL E_RSA_GenerateKey(E_RSA_KEY* key, int32_t bits, uint32_t e);
 
-/* Safe primes, of EN_GeneratePrimeStrongRSA: minutes for 2048 bits. */
+/* Safe primes, of EN_GeneratePrimeStrongRSA: some fifty times the work. Of 4096 bits that is many seconds to minutes. */
 MORVANE_API void MORVANE_CALL E_RSA_GenerateStrongKey(E_RSA_KEY* key, int32_t bits, uint32_t e);
 
 /* Primes in the manner of ANSI X9.31: p1 divides p - 1, p2 divides p + 1, and so q1 and q2 for q. Each is the first one
