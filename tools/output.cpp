@@ -1,5 +1,7 @@
 #include "output.h"
 
+#include "system.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -43,6 +45,16 @@ void complain(std::string_view text) {
     flush();
     const std::string line = "morvane: " + std::string(text) + "\n";
     static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));  // no place is left to complain to
+}
+
+LibraryMessages::LibraryMessages() {
+    flush();
+    diverted_ = divert_stdout();
+}
+
+LibraryMessages::~LibraryMessages() {
+    static_cast<void>(std::fflush(stdout));  // no place is left to complain to
+    restore_stdout(diverted_);
 }
 
 bool output_failed() {

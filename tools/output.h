@@ -24,6 +24,18 @@ void write_now(std::span<const std::uint8_t> bytes);
 // Writes "morvane: <text>" and a line end to standard error, after everything printed so far.
 void complain(std::string_view text);
 
+// While one lives, what the library says on standard output goes to standard error, so that it is not taken for data.
+class LibraryMessages {
+public:
+    LibraryMessages();
+    ~LibraryMessages();
+    LibraryMessages(const LibraryMessages&) = delete;
+    LibraryMessages& operator=(const LibraryMessages&) = delete;
+
+private:
+    int diverted_;
+};
+
 // Writes out what is still in the buffer. If that or any print failed, returns true, and complains if nobody
 // did yet.
 bool output_failed();

@@ -46,9 +46,10 @@ FileKind kind_of(const std::string& name) {
     return S_ISREG(status.st_mode) ? FileKind::kRegular : FileKind::kOther;
 }
 
-std::FILE* create_file(const std::string& name, const std::string& like) {
+std::FILE* create_file(const std::string& name, const std::string& like, Access access) {
     struct stat status {};
-    const mode_t permissions = stat(like.c_str(), &status) == 0 ? status.st_mode & 0777 : 0666;
+    const bool replaces = access == Access::kUsual && stat(like.c_str(), &status) == 0;
+    const mode_t permissions = access == Access::kOwner ? 0600 : replaces ? status.st_mode & 0777 : 0666;
     const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
     return file < 0 ? nullptr : fdopen(file, "wb");
 }
@@ -75,6 +76,18 @@ void remove_when_interrupted(const std::string& name) {
 }
 
 bool stderr_is_terminal() { return isatty(STDERR_FILENO) != 0; }
+
+int divert_stdout() {
+    const int kept = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+    if (kept >= 0) dup2(STDERR_FILENO, STDOUT_FILENO);
+    return kept;
+}
+
+void restore_stdout(int diverted) {
+    if (diverted < 0) return;
+    dup2(diverted, STDOUT_FILENO);
+    close(diverted);
+}
 
 }  // namespace morvane::tool
 
