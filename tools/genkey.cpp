@@ -86,7 +86,7 @@ void generate(const Options& options) {
 
     const RsaKey key;
     {
-        const LibraryMessages messages;
+        const LibraryQuiet quiet;
         const Waiting waiting("searching", options.quiet);
         kind.generate(key.get(), static_cast<std::int32_t>(options.bits), static_cast<std::uint32_t>(options.exponent));
     }
@@ -116,7 +116,7 @@ ExitCode run_genkey(const Verb& verb, const Arguments& arguments) {
     line.footer(
         "Keys are written in the forms of PKCS #1, the private one, where the system has such permissions, for\n"
         "nobody but the owner to read. strong has safe primes, which takes minutes for 2048 bits. x9 has primes in\n"
-        "the manner of ANSI X9.31 and reports on them on standard error; strong-x9 builds them on safe primes.\n"
+        "the manner of ANSI X9.31, and strong-x9 builds these on safe primes.\n"
         "\n"
         "Exit codes: 0 good, 2 wrong usage, 3 no memory or a file cannot be written.");
     if (const auto code = line.read(arguments)) return *code;

@@ -47,14 +47,14 @@ void complain(std::string_view text) {
     static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));  // no place is left to complain to
 }
 
-LibraryMessages::LibraryMessages() {
+LibraryQuiet::LibraryQuiet() {
     flush();
-    diverted_ = divert_stdout();
+    kept_ = silence_stdout();
 }
 
-LibraryMessages::~LibraryMessages() {
-    static_cast<void>(std::fflush(stdout));  // no place is left to complain to
-    restore_stdout(diverted_);
+LibraryQuiet::~LibraryQuiet() {
+    static_cast<void>(std::fflush(stdout));  // what is dropped cannot fail
+    restore_stdout(kept_);
 }
 
 bool output_failed() {

@@ -24,16 +24,17 @@ void write_now(std::span<const std::uint8_t> bytes);
 // Writes "morvane: <text>" and a line end to standard error, after everything printed so far.
 void complain(std::string_view text);
 
-// While one lives, what the library says on standard output goes to standard error, so that it is not taken for data.
-class LibraryMessages {
+// While one lives, what the library says on standard output is dropped: it must not be taken for data, nor tell which check
+// a ciphertext did not pass.
+class LibraryQuiet {
 public:
-    LibraryMessages();
-    ~LibraryMessages();
-    LibraryMessages(const LibraryMessages&) = delete;
-    LibraryMessages& operator=(const LibraryMessages&) = delete;
+    LibraryQuiet();
+    ~LibraryQuiet();
+    LibraryQuiet(const LibraryQuiet&) = delete;
+    LibraryQuiet& operator=(const LibraryQuiet&) = delete;
 
 private:
-    int diverted_;
+    int kept_ = -1;
 };
 
 // Writes out what is still in the buffer. If that or any print failed, returns true, and complains if nobody

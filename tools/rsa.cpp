@@ -179,8 +179,8 @@ ExitCode run_rsa(const Verb& verb, const Arguments& arguments) {
     line.footer(
         "The key is in PEM or DER, as PKCS #1, PKCS #8 or, a public one, X.509 has it, and not enciphered. A\n"
         "private key serves where a public one is needed. Only short inputs can be enciphered. pkcs1 signs a\n"
-        "DigestInfo, as other programs do; md5 in oaep and pss has this library's own form. What the library\n"
-        "says about data it refuses goes to standard error. md5, sha1 and has160 are for existing formats.\n"
+        "DigestInfo, as other programs do; md5 in oaep and pss has this library's own form. md5, sha1\n"
+        "and has160 are for existing formats.\n"
         "\n"
         "Exit codes: 0 good, 1 wrong key, damaged data or bad signature, 2 wrong usage, 3 a file cannot be read\n"
         "or written or is no such key.");

@@ -35,11 +35,12 @@ std::vector<std::uint8_t> digest_info(const RsaHash& hash, Bytes digest) {
 
 [[noreturn]] void refuse_key() { throw std::runtime_error("the numbers of the key do not belong together"); }
 
-// Whether the key can do a private operation that stands up to its public exponent.
+// Whether the two halves of the key undo each other. The library looks at this too, but only where it has remainders.
 bool works(const RsaJob& job) {
     constexpr std::uint8_t kNothing = 0;
-    std::vector<std::uint8_t> out(job.key.bytes());
-    return E_RSA_Private_Encrypt(out.data(), &kNothing, 0, job.key.get()) == length(out);
+    std::vector<std::uint8_t> block(job.key.bytes());
+    return E_RSA_Private_Encrypt(block.data(), &kNothing, 0, job.key.get()) == length(block) &&
+           E_RSA_Public_Decrypt(block.data(), block.data(), length(block), job.key.get()) == 0;
 }
 
 }  // namespace
@@ -53,7 +54,7 @@ std::optional<std::size_t> most_plain_bytes(const RsaJob& job) {
 }
 
 std::vector<std::uint8_t> rsa_encrypt(const RsaJob& job, Bytes plain) {
-    const LibraryMessages messages;
+    const LibraryQuiet quiet;
     std::vector<std::uint8_t> cipher(job.key.bytes());
     const E_RSA_KEY* const key = job.key.get();
     const auto encrypt = [&] {
@@ -74,7 +75,7 @@ std::vector<std::uint8_t> rsa_encrypt(const RsaJob& job, Bytes plain) {
 
 std::optional<Secret> rsa_decrypt(const RsaJob& job, Bytes cipher) {
     if (cipher.size() != job.key.bytes()) return std::nullopt;
-    const LibraryMessages messages;
+    const LibraryQuiet quiet;
     Secret plain(std::vector<std::uint8_t>(job.key.bytes()));
     std::uint8_t* const out = (*plain).data();
     const E_RSA_KEY* const key = job.key.get();
@@ -99,7 +100,7 @@ std::optional<Secret> rsa_decrypt(const RsaJob& job, Bytes cipher) {
 }
 
 std::optional<std::vector<std::uint8_t>> rsa_sign(const RsaJob& job, Bytes data) {
-    const LibraryMessages messages;
+    const LibraryQuiet quiet;
     std::vector<std::uint8_t> signature(job.key.bytes());
     std::int32_t size = 0;
     if (job.padding == Padding::kPkcs1) {
@@ -112,13 +113,13 @@ std::optional<std::vector<std::uint8_t>> rsa_sign(const RsaJob& job, Bytes data)
         E_RSASSA_PSS_Sign(job.hash->id, job.mask_hash->id, signature.data(), &size, data.data(), length(data),
                           job.salt_bytes, job.key.get());
     }
-    if (size != length(signature)) refuse_key();
+    if (size != length(signature) || !rsa_verify(job, data, signature)) refuse_key();
     return signature;
 }
 
 bool rsa_verify(const RsaJob& job, Bytes data, Bytes signature) {
     if (signature.size() != job.key.bytes()) return false;
-    const LibraryMessages messages;
+    const LibraryQuiet quiet;
     if (job.padding == Padding::kPss) {
         return E_RSASSA_PSS_Verify(job.hash->id, job.mask_hash->id, data.data(), length(data), signature.data(),
                                    length(signature), job.salt_bytes, job.key.get()) == 1;

@@ -41,9 +41,9 @@ void remove_when_interrupted(const std::string& name);
 
 bool stderr_is_terminal();
 
-// From the first call to the second one, what is written to the descriptor of standard output goes to standard error. The
-// first returns what the second takes, negative when it could do nothing. The stream's buffer is the caller's affair.
-int divert_stdout();
-void restore_stdout(int diverted);
+// From the first call to the second one, what is written to the descriptor of standard output goes nowhere. The first
+// returns what the second takes, negative when it could do nothing. The stream's buffer is the caller's affair.
+int silence_stdout();
+void restore_stdout(int kept);
 
 }  // namespace morvane::tool

@@ -77,16 +77,19 @@ void remove_when_interrupted(const std::string& name) {
 
 bool stderr_is_terminal() { return isatty(STDERR_FILENO) != 0; }
 
-int divert_stdout() {
+int silence_stdout() {
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (nowhere < 0) return -1;
     const int kept = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
-    if (kept >= 0) dup2(STDERR_FILENO, STDOUT_FILENO);
+    if (kept >= 0) dup2(nowhere, STDOUT_FILENO);
+    close(nowhere);
     return kept;
 }
 
-void restore_stdout(int diverted) {
-    if (diverted < 0) return;
-    dup2(diverted, STDOUT_FILENO);
-    close(diverted);
+void restore_stdout(int kept) {
+    if (kept < 0) return;
+    dup2(kept, STDOUT_FILENO);
+    close(kept);
 }
 
 }  // namespace morvane::tool

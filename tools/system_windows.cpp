@@ -133,16 +133,19 @@ bool stderr_is_terminal() {
     return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
 }
 
-int divert_stdout() {
+int silence_stdout() {
+    const int nowhere = _open("NUL", _O_WRONLY | _O_BINARY);
+    if (nowhere < 0) return -1;
     const int kept = _dup(_fileno(stdout));
-    if (kept >= 0) _dup2(_fileno(stderr), _fileno(stdout));
+    if (kept >= 0) _dup2(nowhere, _fileno(stdout));
+    _close(nowhere);
     return kept;
 }
 
-void restore_stdout(int diverted) {
-    if (diverted < 0) return;
-    _dup2(diverted, _fileno(stdout));
-    _close(diverted);
+void restore_stdout(int kept) {
+    if (kept < 0) return;
+    _dup2(kept, _fileno(stdout));
+    _close(kept);
 }
 
 }  // namespace morvane::tool
