@@ -19,6 +19,10 @@ CLI::Option* CommandLine::add_files(const std::string& description) {
         ->expected(kMany, kMany);
 }
 
+CLI::Option* CommandLine::add_file(const std::string& name, const std::string& description) {
+    return add_option(name, CLI::callback_t{}, description)->expected(1);
+}
+
 std::optional<ExitCode> CommandLine::read(const Arguments& arguments) {
     try {
         parse(Arguments(arguments.rbegin(), arguments.rend()));  // the parser takes them from the back

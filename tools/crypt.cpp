@@ -1,5 +1,4 @@
 // morvane encrypt and decrypt: one cipher, one key, one file.
-#include "algorithms.h"
 #include "command_line.h"
 #include "file_cipher.h"
 #include "hex.h"
@@ -18,10 +17,6 @@ constexpr int kMostRounds = E_RC5_MAX_ROUNDS;
 constexpr int kDefaultRounds = kMostRounds;
 constexpr int kMostEffectiveBits = E_RC2_MAX_BITS;
 constexpr std::size_t kMostKeyBytes = 256;  // of all ciphers
-
-struct UsageError : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 struct Options {
     std::string algorithm;
@@ -158,23 +153,18 @@ CipherJob make_job(const Options& options, bool encrypt) {
                      (key_bytes > kMostKeyBytes ? "more" : std::to_string(key_bytes)));
 }
 
-// File names are taken as they are: the parser's conversions take some for something else.
-CLI::Option* add_file(CommandLine& line, const std::string& name, const std::string& description) {
-    return line.add_option(name, CLI::callback_t{}, description)->expected(1);
-}
-
 ExitCode run(const Verb& verb, const Arguments& arguments, bool encrypt) {
     CommandLine line(verb);
     Options options;
     line.add_option("CIPHER", options.algorithm, "A cipher of 'morvane list' and its mode: des3-cbc, seed-ofb, rc4")
         ->required()
         ->type_name("");
-    const CLI::Option* const input = add_file(line, "INPUT", "What to read; standard input for - and when it is missing");
+    const CLI::Option* const input = line.add_file("INPUT", "What to read; standard input for - and when it is missing");
     const CLI::Option* const output =
-        add_file(line, "OUTPUT", "What to write; standard output for - and when it is missing");
+        line.add_file("OUTPUT", "What to write; standard output for - and when it is missing");
     line.add_option("--key", options.key, "The key; other users of the machine may see it here")->type_name("HEX");
     const CLI::Option* const key_file =
-        add_file(line, "--key-file", "Read the key, raw bytes without a line end, from FILE")->type_name("FILE");
+        line.add_file("--key-file", "Read the key, raw bytes without a line end, from FILE")->type_name("FILE");
     line.add_option("--iv", options.iv, "The iv: a block, for all modes but ecb")->type_name("HEX");
     line.add_flag("--no-padding", options.no_padding, "ecb and cbc: the length is a multiple of the block, and stays");
     line.add_option("--feedback-bits", options.feedback_bits, "cfb and ofb: a multiple of 8; default is the whole block")

@@ -3,6 +3,7 @@
 #include "ciphers.h"
 #include "command_line.h"
 #include "output.h"
+#include "rsa_schemes.h"
 #include "sources.h"
 
 #include <algorithm>
@@ -22,7 +23,9 @@ std::string padded(std::string text, std::size_t width) {
 
 ExitCode run_list(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
-    line.footer("BYTES are those of the digest or, for a cipher, of the key; a random source gives any number.");
+    line.footer(
+        "BYTES are those of the digest, for a cipher of the key and for rsa of the modulus; a random source gives\n"
+        "any number.");
     if (const auto code = line.read(arguments)) return *code;
 
     std::vector<Row> rows = {{"NAME", "KIND", "BYTES", "NOTE"}};
@@ -33,6 +36,9 @@ ExitCode run_list(const Verb& verb, const Arguments& arguments) {
     for (const Cipher& cipher : all_ciphers()) {
         rows.push_back({std::string(cipher.name), "cipher", cipher.key_lengths(), std::string(cipher.note)});
     }
+    std::string schemes;
+    for (const RsaScheme& scheme : kRsaSchemes) schemes += (schemes.empty() ? "" : ", ") + std::string(scheme.name);
+    rows.push_back({"rsa", "public-key", "4-" + std::to_string(4 * E_RSA_MODULUS_WORDS), "schemes: " + schemes});
     for (const RandomSource& source : all_random_sources()) {
         rows.push_back({std::string(source.name), "random", "any", std::string(source.note)});
     }

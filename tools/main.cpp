@@ -18,6 +18,8 @@ constexpr Verb kVerbs[] = {
     {"decrypt", "Deciphers a file", run_decrypt},
     {"random", "Prints random bytes", run_random},
     {"prime", "Searches for a prime or tests a number", run_prime},
+    {"genkey", "Makes a key pair", run_genkey},
+    {"rsa", "Enciphers, deciphers, signs or verifies with an RSA key", run_rsa},
     {"list", "Lists the algorithms", run_list},
     {"version", "Prints the version", run_version},
     {"help", "Explains the command or one of its verbs", run_help},

@@ -1,5 +1,7 @@
 #include "output.h"
 
+#include "system.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -43,6 +45,16 @@ void complain(std::string_view text) {
     flush();
     const std::string line = "morvane: " + std::string(text) + "\n";
     static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));  // no place is left to complain to
+}
+
+LibraryQuiet::LibraryQuiet() {
+    flush();
+    kept_ = silence_stdout();
+}
+
+LibraryQuiet::~LibraryQuiet() {
+    static_cast<void>(std::fflush(stdout));  // what is dropped cannot fail
+    restore_stdout(kept_);
 }
 
 bool output_failed() {

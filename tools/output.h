@@ -24,6 +24,19 @@ void write_now(std::span<const std::uint8_t> bytes);
 // Writes "morvane: <text>" and a line end to standard error, after everything printed so far.
 void complain(std::string_view text);
 
+// While one lives, what the library says on standard output is dropped: it must not be taken for data, nor tell which check
+// a ciphertext did not pass.
+class LibraryQuiet {
+public:
+    LibraryQuiet();
+    ~LibraryQuiet();
+    LibraryQuiet(const LibraryQuiet&) = delete;
+    LibraryQuiet& operator=(const LibraryQuiet&) = delete;
+
+private:
+    int kept_ = -1;
+};
+
 // Writes out what is still in the buffer. If that or any print failed, returns true, and complains if nobody
 // did yet.
 bool output_failed();

@@ -1,5 +1,4 @@
 // morvane prime: searches for a prime, or tells whether a number is one.
-#include "algorithms.h"
 #include "command_line.h"
 #include "number.h"
 #include "output.h"
@@ -14,10 +13,6 @@ namespace morvane::tool {
 namespace {
 
 constexpr std::int32_t kMostBits = 16384;
-
-struct UsageError : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 struct Options {
     std::optional<std::int32_t> bits;
@@ -46,18 +41,6 @@ struct Format {
 
 constexpr Format kFormats[] = {{"hex", to_hexadecimal}, {"dec", to_decimal}};
 
-template <typename Row, std::size_t Rows>
-const Row& find(const Row (&rows)[Rows], const std::string& option, std::string_view name) {
-    const auto* const found = std::ranges::find_if(rows, [name](const Row& row) { return same_name(row.name, name); });
-    if (found != std::end(rows)) return *found;
-    std::string names;
-    for (const Row& row : rows) {
-        names += ' ';
-        names += row.name;
-    }
-    throw UsageError(option + " is one of" + names);
-}
-
 Number number_of(const std::string& option, const std::string& text) {
     std::optional<Number> number = read_number(text);
     if (!number) throw UsageError(option + " is no number in decimal digits, or hexadecimal ones after 0x");
@@ -82,8 +65,8 @@ ExitCode generate(const Options& options) {
     if (*options.bits < 2 || *options.bits > kMostBits) {
         throw UsageError("BITS is from 2 to " + std::to_string(kMostBits));
     }
-    const Kind& kind = find(kKinds, "--kind", options.kind);
-    const Format& format = find(kFormats, "--format", options.format);
+    const Kind& kind = find_row(kKinds, "--kind", options.kind);
+    const Format& format = find_row(kFormats, "--format", options.format);
     if (kind.generate != nullptr && (options.step || options.remainder)) {
         throw UsageError("--step and --remainder are for dh and strong-dh");
     }

@@ -3,9 +3,16 @@
 
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <vector>
 
 namespace morvane::tool {
+
+inline void wipe(std::span<std::uint8_t> bytes) {
+    if (bytes.empty()) return;
+    std::memset(bytes.data(), 0, bytes.size());
+    asm volatile("" : : "r"(bytes.data()) : "memory");  // pretends to read the zeros, so that they must be written
+}
 
 // Bytes that are cleared at the end of their life.
 class Secret {
@@ -16,11 +23,7 @@ public:
     Secret(const Secret&) = delete;
     Secret& operator=(const Secret&) = delete;
     Secret& operator=(Secret&&) = delete;
-    ~Secret() {
-        if (bytes_.empty()) return;
-        std::memset(bytes_.data(), 0, bytes_.size());
-        asm volatile("" : : "r"(bytes_.data()) : "memory");  // pretends to read the zeros, so that they must be written
-    }
+    ~Secret() { wipe(bytes_); }
 
     std::vector<std::uint8_t>& operator*() { return bytes_; }
     const std::vector<std::uint8_t>& operator*() const { return bytes_; }

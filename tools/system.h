@@ -23,9 +23,12 @@ enum class FileKind { kNone, kRegular, kOther };
 // What is there under this name; a symbolic link is kOther.
 FileKind kind_of(const std::string& name);
 
-// Creates a file for writing bytes, with the permissions of the file `like` where there is one. Null, with the reason in
-// errno, when that fails: EEXIST when the name is taken.
-std::FILE* create_file(const std::string& name, const std::string& like);
+enum class Access { kUsual, kOwner };
+
+// Creates a file for writing bytes, with the permissions of the file `like` where there is one; kOwner lets nobody but the
+// owner read or write it, on systems where a file says so itself. Null, with the reason in errno, when that fails: EEXIST
+// when the name is taken.
+std::FILE* create_file(const std::string& name, const std::string& like, Access access);
 
 // Renames a file; one that has the new name already is replaced or, unless `replace`, a reason to fail. False, with the
 // reason in errno, when it fails.
@@ -37,5 +40,10 @@ void remove_file(const std::string& name);
 void remove_when_interrupted(const std::string& name);
 
 bool stderr_is_terminal();
+
+// From the first call to the second one, what is written to the descriptor of standard output goes nowhere. The first
+// returns what the second takes, negative when it could do nothing. The stream's buffer is the caller's affair.
+int silence_stdout();
+void restore_stdout(int kept);
 
 }  // namespace morvane::tool

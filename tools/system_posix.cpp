@@ -46,9 +46,10 @@ FileKind kind_of(const std::string& name) {
     return S_ISREG(status.st_mode) ? FileKind::kRegular : FileKind::kOther;
 }
 
-std::FILE* create_file(const std::string& name, const std::string& like) {
+std::FILE* create_file(const std::string& name, const std::string& like, Access access) {
     struct stat status {};
-    const mode_t permissions = stat(like.c_str(), &status) == 0 ? status.st_mode & 0777 : 0666;
+    const bool replaces = access == Access::kUsual && stat(like.c_str(), &status) == 0;
+    const mode_t permissions = access == Access::kOwner ? 0600 : replaces ? status.st_mode & 0777 : 0666;
     const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
     return file < 0 ? nullptr : fdopen(file, "wb");
 }
@@ -75,6 +76,21 @@ void remove_when_interrupted(const std::string& name) {
 }
 
 bool stderr_is_terminal() { return isatty(STDERR_FILENO) != 0; }
+
+int silence_stdout() {
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (nowhere < 0) return -1;
+    const int kept = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+    if (kept >= 0) dup2(nowhere, STDOUT_FILENO);
+    close(nowhere);
+    return kept;
+}
+
+void restore_stdout(int kept) {
+    if (kept < 0) return;
+    dup2(kept, STDOUT_FILENO);
+    close(kept);
+}
 
 }  // namespace morvane::tool
 

@@ -98,7 +98,7 @@ FileKind kind_of(const std::string& name) {
 }
 
 // Permissions come from the folder here.
-std::FILE* create_file(const std::string& name, const std::string&) {
+std::FILE* create_file(const std::string& name, const std::string&, Access) {
     // The runtime's own functions would keep an interrupted file from being deleted while it is open.
     const HANDLE handle = CreateFileW(to_wide(name).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                                       CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -131,6 +131,21 @@ bool stderr_is_terminal() {
     // _isatty says yes to every character device, NUL among them.
     DWORD mode = 0;
     return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
+int silence_stdout() {
+    const int nowhere = _open("NUL", _O_WRONLY | _O_BINARY);
+    if (nowhere < 0) return -1;
+    const int kept = _dup(_fileno(stdout));
+    if (kept >= 0) _dup2(nowhere, _fileno(stdout));
+    _close(nowhere);
+    return kept;
+}
+
+void restore_stdout(int kept) {
+    if (kept < 0) return;
+    _dup2(kept, _fileno(stdout));
+    _close(kept);
 }
 
 }  // namespace morvane::tool

@@ -1,7 +1,6 @@
 #include "target.h"
 
 #include "sum_file.h"
-#include "system.h"
 
 #include <cerrno>
 #include <cstring>
@@ -21,19 +20,26 @@ void Target::Close::operator()(std::FILE* file) const {
 
 void Target::fail() const { throw OutputError(escape_name(name_) + ": " + std::strerror(errno)); }
 
-Target::Target(const std::string& name, bool replace) : name_(name), replace_(replace) {
-    if (name_ == kStandardOutput) return;
-    const FileKind there = kind_of(name_);
-    if (there == FileKind::kOther) throw OutputError(escape_name(name_) + ": is not a regular file");
-    if (there == FileKind::kRegular && !replace_) {
-        throw OutputError(escape_name(name_) + ": exists; --force replaces it");
+void Target::require_free(const std::string& name, bool replace) {
+    if (name == kStandardOutput) return;
+    const FileKind there = kind_of(name);
+    if (there == FileKind::kOther) throw OutputError(escape_name(name) + ": is not a regular file");
+    if (there == FileKind::kRegular && !replace) {
+        throw OutputError(escape_name(name) + ": exists; --force replaces it");
     }
+}
+
+Target::Target(const std::string& name, bool replace, Access access) : name_(name), replace_(replace) {
+    require_free(name_, replace_);
+    if (name_ == kStandardOutput) return;
     for (int i = 0; i < kAttempts && file_ == nullptr; ++i) {
         temporary_ = name_ + ".part" + std::to_string(i);
-        file_.reset(create_file(temporary_, name_));
+        file_.reset(create_file(temporary_, name_, access));
         if (file_ == nullptr && errno != EEXIST) break;
     }
     if (file_ == nullptr) fail();
+    // What is written comes in large pieces, and a buffer would keep a copy of what may be a key.
+    static_cast<void>(std::setvbuf(file_.get(), nullptr, _IONBF, 0));
     remove_when_interrupted(temporary_);
 }
 

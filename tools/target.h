@@ -2,6 +2,7 @@
 #pragma once
 
 #include "output.h"
+#include "system.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -19,7 +20,10 @@ inline constexpr char kStandardOutput[] = "-";
 class Target {
 public:
     // A file that exists is an error unless it is to be replaced; one that is no regular file always is.
-    Target(const std::string& name, bool replace);
+    Target(const std::string& name, bool replace, Access access = Access::kUsual);
+
+    // Throws at once what the constructor would for a file that is there.
+    static void require_free(const std::string& name, bool replace);
     ~Target();
     Target(const Target&) = delete;
     Target& operator=(const Target&) = delete;

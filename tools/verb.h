@@ -25,6 +25,8 @@ ExitCode run_encrypt(const Verb& verb, const Arguments& arguments);
 ExitCode run_decrypt(const Verb& verb, const Arguments& arguments);
 ExitCode run_random(const Verb& verb, const Arguments& arguments);
 ExitCode run_prime(const Verb& verb, const Arguments& arguments);
+ExitCode run_genkey(const Verb& verb, const Arguments& arguments);
+ExitCode run_rsa(const Verb& verb, const Arguments& arguments);
 ExitCode run_list(const Verb& verb, const Arguments& arguments);
 
 }  // namespace morvane::tool
