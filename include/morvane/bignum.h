@@ -130,9 +130,9 @@ MORVANE_API void MORVANE_CALL EN_Sqr(ENUM* r, const ENUM* a);
 
 /* a = q d + r, rounded toward zero: the quotient has the sign of a d, the remainder the sign of a. Either result may be
  * null. Returns 0 for a zero divisor, and nothing is written, else 1.
- * If the magnitude of d is greater, r is a copy of a, normalised but for a zero of length 1, and q is zero of length 1; else q and
- * r are normalised, and a zero remainder has length 0 and sign 0. Room: for q the words of a less those of d plus 1, at
- * least 1; for r the words of d, or those of a where these are fewer. Results may be operands. */
+ * If the magnitude of d is greater, r is a copy of a, normalised but for a zero of length 1, and q is zero of length 1;
+ * else q and r are normalised, and a zero remainder has length 0 and sign 0. Room: for q the words of a less those of d
+ * plus 1, at least 1; for r the words of d, or those of a where these are fewer. Results may be operands. */
 MORVANE_API int32_t MORVANE_CALL EN_Div(ENUM* q, ENUM* r, const ENUM* a, const ENUM* d);
 
 /* ---- Modular arithmetic ----
