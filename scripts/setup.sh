@@ -6,7 +6,7 @@ source "${BASH_SOURCE[0]%/*}/common.sh"
 
 declare -A packages=(
     [build]="g++ cmake ninja-build python3 libcli11-dev util-linux"
-    [test]="googletest pkg-config libssl-dev libgcrypt20-dev libcrypto++-dev libgmp-dev g++-multilib libc6-dev-i386
+    [test]="googletest pkg-config openssl libssl-dev libgcrypt20-dev libcrypto++-dev libgmp-dev g++-multilib libc6-dev-i386
         g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-i686-dev clang lld"
     [wine]="libc6-i386 debian-archive-keyring"
     [fuzz]="clang libclang-rt-dev"

@@ -12,6 +12,7 @@ namespace morvane::tool {
 namespace {
 
 constexpr std::size_t kReadBytes = 1 << 20;
+constexpr std::int64_t kMostSaltBytes = std::int64_t{4} * E_RSA_MODULUS_WORDS;
 constexpr std::size_t kMostBytes = INT32_MAX;  // of what the library takes in one call
 
 struct Options {
@@ -131,8 +132,8 @@ RsaJob make_job(const Options& options, const Operation& operation) {
     if (options.mask_hash && !masks) throw UsageError("--mgf-hash is for oaep and pss");
     if (options.label && !labels) throw UsageError("--label is for oaep and oaep-sha1-old");
     if (options.salt && scheme.padding != Padding::kPss) throw UsageError("--salt is for pss");
-    if (options.salt && (*options.salt < 0 || *options.salt > E_RSA_MODULUS_WORDS * 4)) {
-        throw UsageError("--salt is from 0 to " + std::to_string(E_RSA_MODULUS_WORDS * 4));
+    if (options.salt && (*options.salt < 0 || *options.salt > kMostSaltBytes)) {
+        throw UsageError("--salt is from 0 to " + std::to_string(kMostSaltBytes));
     }
     const bool verifies = operation.run == verify;
     if (verifies != options.signature.has_value()) throw UsageError("verify, and nothing else, takes a --signature");

@@ -466,7 +466,7 @@ class RsaTest(ToolTest):
                  (*old, "rsa_oaep_md:sha384", "rsa_mgf1_md:sha1", "rsa_oaep_label:4142"))):
             ours = ("--key", "key", *(("--scheme", *scheme) if scheme else ()))
             theirs = ("-inkey", "key", *(part for option in openssl for part in ("-pkeyopt", option)))
-            for size in (0, 1, most):
+            for size in (most,) if IS_WINDOWS else (0, 1, most):  # Wine is slow to start
                 self.write("data", key_of(size))
                 self.run_tool("rsa", "encrypt", *ours, "data", "cipher", "--force")
                 self.assertEqual(self.openssl("pkeyutl", "-decrypt", "-in", "cipher", *theirs), key_of(size), (scheme, size))
@@ -534,12 +534,13 @@ class RsaTest(ToolTest):
         self.run_tool("rsa", "sign", "--key", "key", "--salt", "95", "public", "new", code=INPUT_OUTPUT)
         self.run_tool("rsa", "sign", "--key", "short", "--scheme", "pkcs1", "public", "new", code=INPUT_OUTPUT)
         self.run_tool("genkey", "rsa", "--out", "new", "--public", "public", code=INPUT_OUTPUT)  # before the long search
-        for arguments in (("genkey", "rsa"), ("genkey", "dsa", "--out", "new"), ("genkey", "rsa", "--out", "new", "--bits", "31"),
-                          ("genkey", "rsa", "--out", "new", "--bits", "4801"), ("genkey", "rsa", "--out", "new", "--exponent", "4"),
-                          ("genkey", "rsa", "--out", "new", "--public", "new"), ("rsa", "none", "--key", "key"), ("rsa", "sign"),
-                          ("rsa", "encrypt", "--key", "key", "--scheme", "pss"), ("rsa", "sign", "--key", "-"),
-                          ("rsa", "verify", "--key", "key"), ("rsa", "sign", "--key", "key", "--label", "x"),
-                          ("rsa", "encrypt", "--key", "key", "--scheme", "pkcs1", "--hash", "sha1")):
+        cases = (("genkey", "rsa"), ("genkey", "dsa", "--out", "new"), ("genkey", "rsa", "--out", "new", "--bits", "31"),
+                 ("genkey", "rsa", "--out", "new", "--bits", "4801"), ("genkey", "rsa", "--out", "new", "--exponent", "4"),
+                 ("genkey", "rsa", "--out", "new", "--public", "new"), ("rsa", "none", "--key", "key"), ("rsa", "sign"),
+                 ("rsa", "encrypt", "--key", "key", "--scheme", "pss"), ("rsa", "sign", "--key", "-"),
+                 ("rsa", "verify", "--key", "key"), ("rsa", "sign", "--key", "key", "--label", "x"),
+                 ("rsa", "encrypt", "--key", "key", "--scheme", "pkcs1", "--hash", "sha1"))
+        for arguments in cases[::4] if IS_WINDOWS else cases:
             self.assertEqual(self.run_tool(*arguments, code=USAGE)[0], b"", arguments)
         self.assertEqual(sorted(os.listdir()), names)
 
