@@ -26,8 +26,6 @@ std::int32_t wrapped(std::int32_t at, std::int32_t size) noexcept { return at < 
 
 }  // namespace
 
-constinit Pool general_pool{};
-
 void Pool::seed(const std::uint8_t* octets, std::int32_t count) noexcept {
     if (count <= 0) return;
     std::int32_t at = wrapped(index, kPoolOctets);
@@ -97,9 +95,12 @@ using namespace morvane::random;
 
 namespace {
 
+constinit Pool general_pool{};
 constinit Pool key_pool{};
 
 }  // namespace
+
+void RAND_Seed(const std::uint8_t* octets, std::int32_t count) noexcept { general_pool.seed(octets, count); }
 
 void RAND_Bytes(std::uint8_t* octets, std::int32_t count) { general_pool.draw(octets, count); }
 

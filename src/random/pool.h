@@ -27,7 +27,8 @@ private:
     void seed_first() noexcept;
 };
 
-// RAND_Bytes draws from it, and through it everything that takes random integers.
-extern Pool general_pool;
-
 }  // namespace morvane::random
+
+// Stirs octets into the general pool, from which RAND_Bytes draws and through it everything that takes random integers.
+// Programs have never had this call.
+extern "C" void RAND_Seed(const std::uint8_t* octets, std::int32_t count) noexcept;

@@ -18,7 +18,7 @@ void random_integer(ENUM& x, std::int32_t bits, bool top, bool bottom, Source so
     auto* const octets = reinterpret_cast<std::uint8_t*>(x.words);
     std::fill(x.words, x.words + words, 0);
     const std::uint32_t now = platform::seconds();
-    general_pool.seed(reinterpret_cast<const std::uint8_t*>(&now), sizeof now);
+    RAND_Seed(reinterpret_cast<const std::uint8_t*>(&now), sizeof now);
     source(octets, static_cast<std::int32_t>(count));
     x.sign = 0;
     bignum::set_length(x, words);
