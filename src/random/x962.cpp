@@ -38,9 +38,9 @@ std::uint32_t E_X9_62RandomBytes(std::uint8_t* k, std::uint32_t* k_len, std::uin
     WorkRecord limit(n_len / 4 + 1), scalar(std::size_t{rounds} * (kRoundOctets / 4) + 1);
     if (!limit || !scalar) return 0;
     EN_U8ToENUM(limit.get(), n, n_len);
-    if (is_zero(*limit.get())) return 0;
+    if (is_zero(*limit)) return 0;
     EN_SubU32(limit.get(), limit.get(), 1);
-    if (is_zero(*limit.get())) return 0;
+    if (is_zero(*limit)) return 0;
 
     expand(k, rounds, xkey, *xkey_len);
     EN_U8ToENUM(scalar.get(), k, rounds * kRoundOctets);
