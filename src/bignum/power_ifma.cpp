@@ -38,7 +38,7 @@ template <typename Lanes, std::size_t Vectors>
 // The low halves of a row's products belong to their digit, the high halves to the one above, which a row later, when
 // everything has moved down by a digit, is the same lane: hence the digit and the factors of the rows before. What does not
 // depend on the row before is summed up apart from t (SumApart), so that from one row's factor to the next there is one
-// broadcast and one multiplication. With two products at a time there is always something to do in between, and one
+// broadcast and one multiplication. With two long products at a time there is always something to do in between, and one
 // addition less counts for more.
 template <typename Lanes, std::size_t Vectors, bool SumApart>
 struct Rows {
@@ -111,8 +111,9 @@ template <typename Lanes, std::size_t Vectors>
 [[MORVANE_TARGET_IFMA]] void multiply_two(Digits* r, const Digits* a, const Digits* b, const Digits* c,
                                           std::size_t rows) noexcept {
     constexpr std::size_t kStride = Vectors * Lanes::kLanes;
-    Rows<Lanes, Vectors, false> x;
-    Rows<Lanes, Vectors, false> y;
+    constexpr bool kSumApart = Vectors <= 3;
+    Rows<Lanes, Vectors, kSumApart> x;
+    Rows<Lanes, Vectors, kSumApart> y;
     x.start(a, c);
     y.start(a + kStride, c + kStride);
     for (std::size_t i = 0; i < rows; ++i) {

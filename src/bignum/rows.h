@@ -66,22 +66,26 @@ inline Limb multiply_subtract_row(LimbInWords* r, const LimbInWords* a, std::siz
 
 // r = a shifted left by `bits`, fewer than a limb has; the bits that leave at the top.
 inline Limb shift_left(LimbInWords* r, const LimbInWords* a, std::size_t n, unsigned bits) noexcept {
-    Limb out = 0;
-    for (std::size_t i = 0; i < n; ++i) {
-        const DoubleLimb shifted = wide(a[i]) << bits | out;
-        r[i] = low(shifted);
-        out = high(shifted);
+    if (n == 0) return 0;
+    if (bits == 0) {
+        std::memmove(r, a, n * sizeof(Limb));
+        return 0;
     }
+    const Limb out = a[n - 1] >> (kLimbBits - bits);
+    for (std::size_t i = n - 1; i > 0; --i) r[i] = a[i] << bits | a[i - 1] >> (kLimbBits - bits);
+    r[0] = a[0] << bits;
     return out;
 }
 
-// r = a shifted right by `bits`, fewer than a limb has; `in` enters at the top.
-inline void shift_right(LimbInWords* r, const LimbInWords* a, std::size_t n, unsigned bits, Limb in = 0) noexcept {
-    for (std::size_t i = n; i-- > 0;) {
-        const Limb limb = a[i];
-        r[i] = low(join(in, limb) >> bits);
-        in = limb;
+// r = a shifted right by `bits`, fewer than a limb has.
+inline void shift_right(LimbInWords* r, const LimbInWords* a, std::size_t n, unsigned bits) noexcept {
+    if (n == 0) return;
+    if (bits == 0) {
+        std::memmove(r, a, n * sizeof(Limb));
+        return;
     }
+    for (std::size_t i = 0; i + 1 < n; ++i) r[i] = a[i] >> bits | a[i + 1] << (kLimbBits - bits);
+    r[n - 1] = a[n - 1] >> bits;
 }
 
 // The order of magnitudes: below 0, 0 or above 0.
