@@ -18,7 +18,7 @@ void EN_Mod_Inv(ENUM* r, const ENUM* a, const ENUM* m) {
         return;
     }
     const std::size_t size = limbs_for(modulus.size());
-    WorkLimbs space(3 * size);
+    WorkNumbers<3> space(3 * size);
     WorkWords reduced(std::max(value.size(), modulus.size()));
     if (!space || !reduced) return;
     Limb* const x = space.get();
@@ -33,7 +33,9 @@ void EN_Mod_Inv(ENUM* r, const ENUM* a, const ENUM* m) {
         if (!divide_words(nullptr, reduced.get(), value, modulus)) return;
         load_limbs(x, reduced.get(), modulus.size());
     }
-    if (!invert_vt(inverse, x, limbs, size)) return EN_U32ToENUM(r, 0);
+    const Inversion inversion = invert_vt(inverse, x, limbs, size);
+    if (inversion == Inversion::kNone) EN_U32ToENUM(r, 0);
+    if (inversion != Inversion::kDone) return;
     r->sign = 0;
     const std::size_t words = significant(inverse, size) == 0 ? 0 : modulus.size();
     store_limbs(r->words, inverse, words);
@@ -49,7 +51,7 @@ void EN_GCD(ENUM* r, const ENUM* a, const ENUM* b) {
     }
     const std::size_t words = std::max(x.size(), y.size());
     const std::size_t size = limbs_for(words);
-    WorkLimbs space(2 * size);
+    WorkNumbers<2> space(2 * size);
     if (!space) return;
     Limb* const u = space.get();
     Limb* const v = u + size;
@@ -59,9 +61,7 @@ void EN_GCD(ENUM* r, const ENUM* a, const ENUM* b) {
     gcd_vt(u, v, size);
     r->sign = 0;
     // The top words of the result are 0, for which there may be no room.
-    const std::size_t limbs = significant(u, size);
-    const std::size_t result_words =
-        limbs * kWordsPerLimb - static_cast<std::size_t>(u[limbs - 1] >> 16 >> 16 == 0 && kWordsPerLimb == 2);
+    const std::size_t result_words = words_of(u, significant(u, size));
     store_limbs(r->words, u, result_words);
     set_length(*r, result_words);
 }

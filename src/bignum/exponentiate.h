@@ -50,7 +50,10 @@ template <typename Item>
     }
 }
 
-inline constexpr std::size_t kTableItems = kMaxEntries * 6 * 8;  // of 2400 bits, in limbs of 52
+// Items of an element for the usual moduli, of 2400 bits in digits of 52 or in limbs.
+template <typename Item>
+inline constexpr std::size_t kElementItems = 48 * sizeof(std::uint64_t) / sizeof(Item);
+
 
 // x = x^exponent, each stream with its own; these are equally long, and not empty. False if there is no memory.
 template <Ring R>
@@ -64,8 +67,8 @@ bool exponentiate(const R& ring, typename R::Item* x,
     // More bits a window do not pay: the table would be larger than what its reading may cost.
     const std::size_t window = bits <= 512 ? 4 : 5;
     const std::size_t entries = std::size_t{1} << window;  // up to kMaxEntries
-    Work<Item, kStreams * kTableItems> table(entries * size);
-    Work<Item, kStreams * kTableItems / 32> factor(size);
+    Work<Item, kStreams * kMaxEntries * kElementItems<Item>> table(entries * size);
+    Work<Item, kStreams * kElementItems<Item>> factor(size);
     if (!table || !factor) return false;
     const auto entry = [&](std::size_t i) { return table.get() + i * size; };
     ring.set_one(entry(0));
@@ -101,7 +104,7 @@ template <Ring R>
 bool exponentiate_vt(const R& ring, typename R::Item* x, Word exponent) noexcept {
     using Item = typename R::Item;
     const std::size_t size = R::kStreams * ring.size();
-    Work<Item, R::kStreams * kTableItems / 32> base(size);
+    Work<Item, R::kStreams * kElementItems<Item>> base(size);
     if (!base) return false;
     std::copy_n(x, size, base.get());
     for (Word bit = std::bit_floor(exponent) >> 1; bit != 0; bit >>= 1) {

@@ -28,8 +28,10 @@ void montgomery_reduce(Limb* r, Limb* t, const Limb* m, std::size_t n, Limb minu
 // are 0; v is used up. Variable time.
 void gcd_vt(Limb* u, Limb* v, std::size_t size) noexcept;
 
-// x = 1 / a modulo m, from 0 to m - 1; false, with x undefined, if there is none. a is below m; m is above 0 and its top
-// limb may be 0; all have `size` limbs. False also where there is no memory for the work. Variable time.
-bool invert_vt(Limb* x, const Limb* a, const Limb* m, std::size_t size) noexcept;
+enum class Inversion : std::uint8_t { kDone, kNone, kNoMemory };
+
+// x = 1 / a modulo m, from 0 to m - 1; undefined if there is none, or no memory for the work. a is below m; m is above 0 and
+// its top limb may be 0; all have `size` limbs. Variable time.
+Inversion invert_vt(Limb* x, const Limb* a, const Limb* m, std::size_t size) noexcept;
 
 }  // namespace morvane::bignum

@@ -157,10 +157,10 @@ Limb gcd_of_limbs(Limb u, Limb odd) noexcept {
 }
 
 // As invert_vt, for an odd m; a may be above m.
-bool invert_modulo_odd(Limb* x, const Limb* a, const Limb* m, std::size_t size) noexcept {
+Inversion invert_modulo_odd(Limb* x, const Limb* a, const Limb* m, std::size_t size) noexcept {
     const std::size_t n = significant(m, size);
-    WorkLimbs work(2 * size + 2 * (n + 2));
-    if (!work) return false;
+    WorkNumbers<4> work(2 * size + 2 * (n + 2));
+    if (!work) return Inversion::kNoMemory;
     Pair pair{work.get(), work.get() + size, size};
     std::memcpy(pair.u, a, size * sizeof(Limb));
     std::memcpy(pair.v, m, size * sizeof(Limb));
@@ -168,7 +168,7 @@ bool invert_modulo_odd(Limb* x, const Limb* a, const Limb* m, std::size_t size) 
     cofactors.x[0] = 1;
     cofactors.y[0] = 0;
     reduce(pair, cofactors, 0);
-    if (pair.n != 1 || pair.v[0] != 1) return false;
+    if (pair.n != 1 || pair.v[0] != 1) return Inversion::kNone;
 
     // y a = B^scale. |y| is hardly above B^scale, so that the divisions leave it between -m and 0 or just outside.
     Limb* const y = cofactors.y;
@@ -179,16 +179,17 @@ bool invert_modulo_odd(Limb* x, const Limb* a, const Limb* m, std::size_t size) 
     while (y[n] != 0 || compare(y, m, n) >= 0) y[n] -= subtract(y, y, m, n);
     std::memset(x, 0, size * sizeof(Limb));
     std::memcpy(x, y, n * sizeof(Limb));
-    return true;
+    return Inversion::kDone;
 }
 
 // As invert_vt, for an even m and an odd a. With y = 1/m modulo a, a divides 1 - y m, and the quotient is 1/a modulo m.
-bool invert_odd(Limb* x, const Limb* a, const Limb* m, std::size_t size) noexcept {
-    WorkLimbs work(2 * size);
-    if (!work) return false;
+Inversion invert_odd(Limb* x, const Limb* a, const Limb* m, std::size_t size) noexcept {
+    WorkNumbers<2> work(2 * size);
+    if (!work) return Inversion::kNoMemory;
     Limb* const y = work.get();
     Limb* const t = y + size;
-    if (!invert_modulo_odd(y, m, a, size)) return false;
+    const Inversion inversion = invert_modulo_odd(y, m, a, size);
+    if (inversion != Inversion::kDone) return inversion;
     const std::size_t y_size = significant(y, size);
     std::memset(t, 0, size * sizeof(Limb));
     t[0] = 1;
@@ -203,7 +204,7 @@ bool invert_odd(Limb* x, const Limb* a, const Limb* m, std::size_t size) noexcep
     }
     if (y_size != 0) add(y, y, m, size);
     std::memcpy(x, y, size * sizeof(Limb));
-    return true;
+    return Inversion::kDone;
 }
 
 }  // namespace
@@ -231,9 +232,9 @@ void gcd_vt(Limb* u, Limb* v, std::size_t size) noexcept {
     shift_left(u + zeros, u + zeros, size - zeros, bits);
 }
 
-bool invert_vt(Limb* x, const Limb* a, const Limb* m, std::size_t size) noexcept {
+Inversion invert_vt(Limb* x, const Limb* a, const Limb* m, std::size_t size) noexcept {
     if ((m[0] & 1) != 0) return invert_modulo_odd(x, a, m, size);
-    return (a[0] & 1) != 0 && invert_odd(x, a, m, size);
+    return (a[0] & 1) != 0 ? invert_odd(x, a, m, size) : Inversion::kNone;
 }
 
 }  // namespace morvane::bignum

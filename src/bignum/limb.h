@@ -41,6 +41,12 @@ inline void store_limbs(Word* words, const Limb* limbs, std::size_t count) noexc
     if (count != 0) std::memcpy(words, limbs, count * sizeof(Word));
 }
 
+// The words of so many limbs whose top limb is not 0.
+constexpr std::size_t words_of(const Limb* limbs, std::size_t count) noexcept {
+    const bool half = count != 0 && std::bit_width(limbs[count - 1]) <= 32;
+    return count * kWordsPerLimb - static_cast<std::size_t>(kWordsPerLimb == 2 && half);
+}
+
 // The count without the zeros at the top.
 template <typename Item>
 constexpr std::size_t significant(const Item* items, std::size_t count) noexcept {

@@ -54,7 +54,7 @@ void store_product(ENUM& r, std::uint32_t sign, std::size_t words, std::size_t l
 bool divide_words(Word* q, Word* r, std::span<const Word> a, std::span<const Word> d) noexcept {
     const std::size_t d_size = limbs_for(d.size());
     const std::size_t u_size = limbs_for(a.size()) + 1;
-    WorkLimbs space(u_size + d_size + (q != nullptr ? u_size - d_size : 0));
+    WorkNumbers<3> space(u_size + d_size + (q != nullptr ? u_size - d_size : 0));
     if (!space) return false;
     Limb* const divisor = space.get();
     Limb* const u = divisor + d_size;

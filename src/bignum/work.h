@@ -48,8 +48,11 @@ private:
     Item* items_;
 };
 
-inline constexpr std::size_t kFrameLimbs = kFrameWords / kWordsPerLimb;
-using WorkLimbs = Work<Limb, kFrameLimbs>;
 using WorkWords = Work<Word, kFrameWords>;
+using WorkLimbs = Work<Limb, limbs_for(kFrameWords)>;
+
+// For several numbers, with room for a limb or two more in each.
+template <std::size_t Numbers>
+using WorkNumbers = Work<Limb, Numbers * (limbs_for(kFrameWords) + 2)>;
 
 }  // namespace morvane::bignum

@@ -1,4 +1,5 @@
-// Makes the library's allocations fail on demand. Only where the objects of the library are linked, with --wrap=calloc.
+// Makes the library's allocations fail on demand. Only where the objects of the library are linked, with --wrap=calloc,
+// --wrap=malloc.
 #pragma once
 
 namespace morvane::test {
