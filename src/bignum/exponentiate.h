@@ -28,16 +28,20 @@ concept Ring = requires(const R& ring, typename R::Item* r, const typename R::It
 
 inline constexpr std::size_t kMaxEntries = 32;
 
+// All ones if the two are equal, otherwise 0.
+template <typename Item>
+[[gnu::always_inline]] inline Item mask_if_equal(std::size_t a, std::size_t b) noexcept {
+    Item mask = Item{0} - static_cast<Item>(((a ^ b) - 1) >> (8 * sizeof a - 1));
+    asm("" : "+r"(mask));  // otherwise the compiler may find out that one entry is enough
+    return mask;
+}
+
 // r = the table's element of `index`, all of the table being read. Elements are `stride` items apart.
 template <typename Item>
-[[gnu::always_inline]] inline void select_masked(Item* r, const Item* table, std::size_t entries, std::size_t stride,
-                                                 std::size_t size, std::size_t index) noexcept {
+inline void select_masked(Item* r, const Item* table, std::size_t entries, std::size_t stride, std::size_t size,
+                          std::size_t index) noexcept {
     Item masks[kMaxEntries];
-    for (std::size_t entry = 0; entry < entries; ++entry) {
-        const std::size_t difference = entry ^ index;
-        masks[entry] = Item{0} - static_cast<Item>((difference - 1) >> (8 * sizeof difference - 1));  // all ones if equal
-        asm("" : "+r"(masks[entry]));  // otherwise the compiler may find out that one entry is enough
-    }
+    for (std::size_t entry = 0; entry < entries; ++entry) masks[entry] = mask_if_equal<Item>(entry, index);
     constexpr std::size_t kAtOnce = 8;
     for (std::size_t at = 0; at < size; at += kAtOnce) {
         const std::size_t count = std::min(kAtOnce, size - at);
@@ -53,7 +57,6 @@ template <typename Item>
 // Items of an element for the usual moduli, of 2400 bits in digits of 52 or in limbs.
 template <typename Item>
 inline constexpr std::size_t kElementItems = 48 * sizeof(std::uint64_t) / sizeof(Item);
-
 
 // x = x^exponent, each stream with its own; these are equally long, and not empty. False if there is no memory.
 template <Ring R>

@@ -12,9 +12,11 @@
 namespace morvane::bignum {
 
 inline constexpr unsigned kIfmaBits = 52;
+inline constexpr std::uint64_t kIfmaDigit = (std::uint64_t{1} << kIfmaBits) - 1;
 
 // shift: what is above a digit, in the lanes of a mask. down, up: the lanes of two neighbouring vectors moved by one, where
 // the first argument is the one that is kept. first: the lowest lane in all lanes. low, high: sum + that half of a b.
+// add_both: the bits of sum, and those that a and b have both.
 struct Zmm {
     using Vector = __m512i;
     static constexpr std::size_t kLanes = 8;
@@ -31,6 +33,9 @@ struct Zmm {
         return _mm512_mask_add_epi64(a, static_cast<__mmask8>(lanes), a, b);
     }
     MORVANE_LANE_OPERATION Vector both(Vector a, Vector b) noexcept { return _mm512_and_si512(a, b); }
+    MORVANE_LANE_OPERATION Vector add_both(Vector sum, Vector a, Vector b) noexcept {
+        return _mm512_ternarylogic_epi64(sum, a, b, 0xf8);
+    }
     MORVANE_LANE_OPERATION Vector shift(Vector x, unsigned lanes) noexcept {
         return _mm512_maskz_srli_epi64(static_cast<__mmask8>(lanes), x, kIfmaBits);
     }
@@ -65,6 +70,9 @@ struct Ymm {
         return _mm256_mask_add_epi64(a, static_cast<__mmask8>(lanes), a, b);
     }
     MORVANE_LANE_OPERATION Vector both(Vector a, Vector b) noexcept { return _mm256_and_si256(a, b); }
+    MORVANE_LANE_OPERATION Vector add_both(Vector sum, Vector a, Vector b) noexcept {
+        return _mm256_ternarylogic_epi64(sum, a, b, 0xf8);
+    }
     MORVANE_LANE_OPERATION Vector shift(Vector x, unsigned lanes) noexcept {
         return _mm256_maskz_srli_epi64(static_cast<__mmask8>(lanes), x, kIfmaBits);
     }
@@ -74,7 +82,7 @@ struct Ymm {
     MORVANE_LANE_OPERATION Vector up(Vector x, Vector below) noexcept {
         return _mm256_maskz_alignr_epi64(kAll, x, below, 3);
     }
-    MORVANE_LANE_OPERATION Vector first(Vector x) noexcept { return __builtin_shufflevector(x, x, 0, 0, 0, 0); }
+    MORVANE_LANE_OPERATION Vector first(Vector x) noexcept { return _mm256_broadcastq_epi64(_mm256_castsi256_si128(x)); }
     MORVANE_LANE_OPERATION unsigned greater(Vector a, Vector b) noexcept { return _mm256_cmpgt_epu64_mask(a, b); }
     MORVANE_LANE_OPERATION unsigned equal(Vector a, Vector b) noexcept { return _mm256_cmpeq_epu64_mask(a, b); }
 };

@@ -30,8 +30,8 @@ void gcd_vt(Limb* u, Limb* v, std::size_t size) noexcept;
 
 enum class Inversion : std::uint8_t { kDone, kNone, kNoMemory };
 
-// x = 1 / a modulo m, from 0 to m - 1; undefined if there is none, or no memory for the work. a is below m; m is above 0 and
-// its top limb may be 0; all have `size` limbs. Variable time.
+// x = 1 / a modulo m, from 0 to m - 1; undefined if there is none, or no memory for the work. a is below m; m is above 0
+// and its top limb may be 0; all have `size` limbs. Variable time.
 Inversion invert_vt(Limb* x, const Limb* a, const Limb* m, std::size_t size) noexcept;
 
 }  // namespace morvane::bignum

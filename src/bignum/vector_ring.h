@@ -1,11 +1,9 @@
-// What rings in vectors share: residues in short digits, and a modulus made friendly to them.
+// What rings in vectors share: residues in digits of `Bits` bits, b = 2^Bits, and two ways to reduce them by Montgomery's
+// step, which adds a multiple of the modulus m that clears the lowest digit t0 of t, and divides by b.
 //
-// Let b = 2^Bits, and k = -1/m mod b. Then k m = c b - 1 for a cofactor c, and Montgomery's step, which clears the lowest
-// digit t0 of t by adding t0 k m, needs no product to find its factor:
-//     (t + t0 k m) / b  =  (t - t0) / b + t0 c.
-// Residues are held modulo k m, between 0 and 2^(bits of m + Bits + 1). With that bound on two factors and n digits so that
-// b^n has one bit more than it, a product t / b^n is below the bound again: nothing is compared or subtracted on the way.
-// Only at the end a residue is reduced modulo m itself, in limbs.
+// Residues are not kept below the modulus, only so small against b^n, where n is the number of digits, that a product
+// divided by b^n is as small again: nothing is compared or subtracted on the way. Only at the end a residue is reduced
+// modulo m itself, in limbs.
 #pragma once
 
 #include "bignum/digits.h"
@@ -16,37 +14,26 @@
 
 namespace morvane::bignum {
 
-template <unsigned Bits>
-class FriendlyModulus {
-public:
-    static constexpr std::size_t digits_for(std::span<const Word> modulus) noexcept {
-        const std::size_t bits = 32 * modulus.size() - static_cast<std::size_t>(std::countl_zero(modulus.back()));
-        return (bits + Bits + 2 + Bits - 1) / Bits;
-    }
+inline std::size_t bits_in(std::span<const Word> modulus) noexcept {
+    return 32 * modulus.size() - static_cast<std::size_t>(std::countl_zero(modulus.back()));
+}
 
-    explicit FriendlyModulus(std::span<const Word> modulus) noexcept
-        : count_(digits_for(modulus)), m_(modulus, limbs_for((count_ * Bits + 31) / 32)) {}
+// A modulus, and the way back to it.
+template <unsigned Bits>
+class VectorModulus {
+public:
+    VectorModulus(std::span<const Word> modulus, std::size_t digits) noexcept
+        : count_(digits), m_(modulus, limbs_for((digits * Bits + 31) / 32)) {}
 
     explicit operator bool() const noexcept { return static_cast<bool>(m_); }
-    std::size_t count() const noexcept { return count_; }
 
-    // c, in `size` digits. False if there is no memory, here and below.
-    bool set_cofactor(std::uint64_t* digits, std::size_t size) const noexcept {
+    // -1/m mod b.
+    std::uint64_t factor() const noexcept {
         const std::uint64_t lowest = m_.words()[0] | (m_.words().size() > 1 ? std::uint64_t{m_.words()[1]} << 32 : 0);
-        const std::uint64_t factor = -inverse_of_odd(lowest) & ((std::uint64_t{1} << Bits) - 1);
-        Limb k[limbs_for(2)];
-        std::memcpy(k, &factor, sizeof k);
-        WorkLimbs product(m_.size() + limbs_for(2));
-        WorkWords words(product.size() * kWordsPerLimb);
-        if (!product || !words) return false;
-        multiply(product.get(), m_.limbs(), m_.size(), k, limbs_for(2));
-        for (std::size_t i = 0; ++product[i] == 0;) ++i;
-        store_limbs(words.get(), product.get(), words.size());
-        to_digits<Bits>(digits, size, {words.get(), words.size()}, Bits);
-        return true;
+        return -inverse_of_odd(lowest) & ((std::uint64_t{1} << Bits) - 1);
     }
 
-    // 2^bits mod m, in `size` digits.
+    // 2^bits mod m, in `size` digits. False if there is no memory, here and below.
     bool set_power(std::uint64_t* digits, std::size_t size, std::size_t bits) const noexcept {
         WorkWords words(m_.words().size());
         if (!words || !m_.power_of_two(words.get(), bits)) return false;
@@ -70,9 +57,53 @@ public:
         return true;
     }
 
-private:
+protected:
     std::size_t count_;
     OddModulus m_;
+};
+
+// With k = -1/m mod b: t0 k is the multiple of m, so that each step waits for a product. Residues stay below 2 m.
+template <unsigned Bits>
+class PlainModulus : public VectorModulus<Bits> {
+public:
+    static std::size_t digits_for(std::span<const Word> modulus) noexcept {
+        return (std::max(bits_in(modulus) + 2, 32 * modulus.size()) + Bits - 1) / Bits;
+    }
+    using VectorModulus<Bits>::VectorModulus;
+
+    // m / b, without its lowest digit, and m.
+    bool set_digits(std::uint64_t* above, std::uint64_t* all, std::size_t size) const noexcept {
+        to_digits<Bits>(above, size, this->m_.words(), Bits);
+        to_digits<Bits>(all, size, this->m_.words());
+        return true;
+    }
+};
+
+// Modulo k m, which is -1 modulo b: k m = c b - 1 for a cofactor c, the multiple is t0 itself, and
+//     (t + t0 k m) / b  =  (t - t0) / b + t0 c.
+// For this, residues are a digit longer: they stay below 2^(bits of m + Bits + 1), and b^n has one bit more.
+template <unsigned Bits>
+class FriendlyModulus : public VectorModulus<Bits> {
+public:
+    static std::size_t digits_for(std::span<const Word> modulus) noexcept {
+        return (bits_in(modulus) + Bits + 2 + Bits - 1) / Bits;
+    }
+    using VectorModulus<Bits>::VectorModulus;
+
+    // c, and nothing else.
+    bool set_digits(std::uint64_t* above, std::uint64_t* /*all*/, std::size_t size) const noexcept {
+        Limb k[limbs_for(2)];
+        const std::uint64_t factor = this->factor();
+        std::memcpy(k, &factor, sizeof k);
+        WorkLimbs product(this->m_.size() + limbs_for(2));
+        WorkWords words(product.size() * kWordsPerLimb);
+        if (!product || !words) return false;
+        multiply(product.get(), this->m_.limbs(), this->m_.size(), k, limbs_for(2));
+        for (std::size_t i = 0; ++product[i] == 0;) ++i;
+        store_limbs(words.get(), product.get(), words.size());
+        to_digits<Bits>(above, size, {words.get(), words.size()}, Bits);
+        return true;
+    }
 };
 
 }  // namespace morvane::bignum

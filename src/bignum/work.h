@@ -53,6 +53,6 @@ using WorkLimbs = Work<Limb, limbs_for(kFrameWords)>;
 
 // For several numbers, with room for a limb or two more in each.
 template <std::size_t Numbers>
-using WorkNumbers = Work<Limb, Numbers * (limbs_for(kFrameWords) + 2)>;
+using WorkNumbers = Work<Limb, Numbers*(limbs_for(kFrameWords) + 2)>;
 
 }  // namespace morvane::bignum

@@ -14,8 +14,11 @@ using namespace morvane::test;
 
 struct Numbers {
     explicit Numbers(std::size_t words)
-        : odd({0, Words(words, 0xfffffff1)}), even({0, Words(words, 0xfffffff0)}), a({0, Words(words, 0x89abcdef)}),
-          b({0, Words(words, 0x12345677)}), square({0, Words(2 * words, 0xc0000001)}) {}
+        : odd({0, Words(words, 0xfffffff1)}),
+          even({0, Words(words, 0xfffffff0)}),
+          a({0, Words(words, 0x89abcdef)}),
+          b({0, Words(words, 0x12345677)}),
+          square({0, Words(2 * words, 0xc0000001)}) {}
 
     Number odd, even, a, b, square;
 };
