@@ -11,6 +11,7 @@
 #include <array>
 #include <concepts>
 #include <span>
+#include <utility>
 
 namespace morvane::bignum {
 
@@ -113,6 +114,66 @@ bool exponentiate_vt(const R& ring, typename R::Item* x, Word exponent) noexcept
     for (Word bit = std::bit_floor(exponent) >> 1; bit != 0; bit >>= 1) {
         ring.square(x, x);
         if ((exponent & bit) != 0) ring.multiply(x, x, base.get());
+    }
+    return true;
+}
+
+// Sliding windows over an exponent that everybody may know: odd powers of up to kBits bits, each multiplied in at the
+// lowest bit of its window.
+class SlidingWindow {
+public:
+    static constexpr std::size_t kBits = 4;
+    static constexpr std::size_t kEntries = std::size_t{1} << (kBits - 1);  // x, x^3, x^5, ...
+
+    explicit SlidingWindow(std::span<const Word> exponent) noexcept : exponent_(exponent) {}
+
+    // Goes down to a bit, one lower than before. Returns the entry to multiply by, or kEntries for none.
+    std::size_t entry_at(std::size_t bit) noexcept {
+        if (value_ == 0) {
+            if (!is_set(bit)) return kEntries;
+            lowest_ = bit + 1 < kBits ? 0 : bit + 1 - kBits;
+            while (!is_set(lowest_)) ++lowest_;
+            for (std::size_t i = bit + 1; i-- > lowest_;) value_ = 2 * value_ + static_cast<std::size_t>(is_set(i));
+        }
+        return bit == lowest_ ? std::exchange(value_, 0) / 2 : kEntries;
+    }
+
+private:
+    bool is_set(std::size_t bit) const noexcept {
+        return bit / 32 < exponent_.size() && (exponent_[bit / 32] >> bit % 32 & 1) != 0;
+    }
+
+    std::span<const Word> exponent_;
+    std::size_t value_ = 0;
+    std::size_t lowest_ = 0;
+};
+
+// x = x^e y^f, for exponents that everybody may know; these may be empty. False if there is no memory.
+template <Ring R>
+bool exponentiate_product_vt(const R& ring, typename R::Item* x, const typename R::Item* y, std::span<const Word> e,
+                             std::span<const Word> f) noexcept {
+    using Item = typename R::Item;
+    static_assert(R::kStreams == 1);
+    constexpr std::size_t kEntries = SlidingWindow::kEntries;
+    const std::size_t size = ring.size();
+    Work<Item, (2 * kEntries + 1) * kElementItems<Item>> table((2 * kEntries + 1) * size);
+    if (!table) return false;
+    Item* const square = table.get() + 2 * kEntries * size;
+    SlidingWindow windows[2] = {SlidingWindow(e), SlidingWindow(f)};
+    const Item* const bases[2] = {x, y};
+    for (std::size_t side = 0; side < 2; ++side) {
+        Item* const powers = table.get() + side * kEntries * size;
+        std::copy_n(bases[side], size, powers);
+        ring.square(square, powers);
+        for (std::size_t i = 1; i < kEntries; ++i) ring.multiply(powers + i * size, powers + (i - 1) * size, square);
+    }
+    ring.set_one(x);
+    for (std::size_t bit = 32 * std::max(e.size(), f.size()); bit-- > 0;) {
+        ring.square(x, x);
+        for (std::size_t side = 0; side < 2; ++side) {
+            const std::size_t entry = windows[side].entry_at(bit);
+            if (entry != kEntries) ring.multiply(x, x, table.get() + (side * kEntries + entry) * size);
+        }
     }
     return true;
 }

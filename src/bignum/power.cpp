@@ -13,6 +13,8 @@ bool is_odd(const Power& power) noexcept { return (power.modulus[0] & 1) != 0; }
 constinit cpu::Dispatch<PowerFn, 2> power_odd{{{{cpu::kAvx512 | cpu::kIfma, power_ifma}, {cpu::kNone, power_limbs}}}};
 constinit cpu::Dispatch<PowerPairFn, 2> power_pair{
     {{{cpu::kAvx512 | cpu::kIfma, power_pair_ifma}, {cpu::kNone, power_pair_limbs}}}};
+constinit cpu::Dispatch<PowerProductFn, 2> power_product{
+    {{{cpu::kAvx512 | cpu::kIfma, power_product_ifma}, {cpu::kNone, power_product_limbs}}}};
 
 bool power_mod(const Power& power) noexcept { return is_odd(power) ? power_odd.get()(power) : power_division(power); }
 
@@ -22,5 +24,7 @@ bool power_mod_pair(const std::array<Power, 2>& powers) noexcept {
         p.modulus.size() == q.modulus.size() && p.exponent.size() == q.exponent.size() && p.exponent.size() > 1;
     return alike ? power_pair.get()(powers) : power_mod(p) && power_mod(q);
 }
+
+bool power_product_vt(const Power& a, const Power& b) noexcept { return power_product.get()(a, b); }
 
 }  // namespace morvane::bignum

@@ -24,4 +24,8 @@ bool power_mod(const Power& power) noexcept;
 // have the same length, of more than one word.
 bool power_mod_pair(const std::array<Power, 2>& powers) noexcept;
 
+// a.result = the product of two powers modulo the same odd number, that of `a`, whose length both results have. The
+// exponents may be empty; everybody may know them. Variable time.
+bool power_product_vt(const Power& a, const Power& b) noexcept;
+
 }  // namespace morvane::bignum

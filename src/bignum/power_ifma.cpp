@@ -158,36 +158,48 @@ bool power_in_vectors(const std::array<Power, Streams>& powers) noexcept {
     return done && ring.leave(x.get(), powers);
 }
 
-// A width, and whether moduli have few enough digits for it.
+template <typename Rows>
+bool product_in_vectors(const Power& a, const Power& b) noexcept {
+    const IfmaRing<Rows, 1> ring({a});
+    Work<Digits, Rows::kVectors * Rows::kLanes> x(ring.size());
+    Work<Digits, Rows::kVectors * Rows::kLanes> y(ring.size());
+    if (!ring) return false;
+    ring.enter(x.get(), {a});
+    ring.enter(y.get(), {b});
+    return exponentiate_product_vt(ring, x.get(), y.get(), a.exponent, b.exponent) && ring.leave(x.get(), {a});
+}
+
+// The digits that moduli need, those that a width has, and what runs in it.
 template <std::size_t Streams>
 struct Width {
     std::size_t (*digits_for)(const std::array<Power, Streams>& powers) noexcept;
     std::size_t digits;
     bool (*run)(const std::array<Power, Streams>& powers) noexcept;
+    PowerProductFn* product;
 };
 
-template <typename Rows, std::size_t Streams>
-constexpr Width<Streams> kWidth{IfmaRing<Rows, Streams>::digits_for, Rows::kVectors* Rows::kLanes,
-                                power_in_vectors<Rows, Streams>};
+template <typename Rows>
+constexpr Width<1> kAloneIn{IfmaRing<Rows, 1>::digits_for, Rows::kVectors* Rows::kLanes, power_in_vectors<Rows, 1>,
+                            product_in_vectors<Rows>};
+template <typename Rows>
+constexpr Width<2> kPairIn{IfmaRing<Rows, 2>::digits_for, Rows::kVectors* Rows::kLanes, power_in_vectors<Rows, 2>, nullptr};
 
 // The widths that there are, narrowest first; moduli take the first with enough lanes. The friendly moduli are quicker
 // where rows are so short that they would wait for a factor, the plain ones where the multiplier has enough to do.
 constexpr Width<1> kAlone[] = {
-    kWidth<FriendlyRows<Ymm, 1>, 1>, kWidth<FriendlyRows<Ymm, 2>, 1>, kWidth<FriendlyRows<Ymm, 3>, 1>,
-    kWidth<PlainRows<Ymm, 4>, 1>,    kWidth<PlainRows<Ymm, 5>, 1>,    kWidth<PlainRows<Ymm, 6>, 1>,
-    kWidth<PlainRows<Zmm, 4>, 1>,    kWidth<PlainRows<Zmm, 5>, 1>,    kWidth<PlainRows<Zmm, 6>, 1>,
-    kWidth<PlainRows<Zmm, 8>, 1>,    kWidth<PlainRows<Zmm, 10>, 1>,   kWidth<PlainRows<Zmm, 12>, 1>};
-constexpr Width<2> kPairs[] = {
-    kWidth<FriendlyRows<Ymm, 1>, 2>, kWidth<FriendlyRows<Ymm, 2>, 2>, kWidth<FriendlyRows<Ymm, 3>, 2>,
-    kWidth<PlainRows<Ymm, 4>, 2>,    kWidth<PlainRows<Ymm, 5>, 2>,    kWidth<PlainRows<Zmm, 3>, 2>,
-    kWidth<PlainRows<Zmm, 4>, 2>,    kWidth<PlainRows<Zmm, 5>, 2>,    kWidth<PlainRows<Zmm, 6>, 2>};
+    kAloneIn<FriendlyRows<Ymm, 1>>, kAloneIn<FriendlyRows<Ymm, 2>>, kAloneIn<FriendlyRows<Ymm, 3>>,
+    kAloneIn<PlainRows<Ymm, 4>>,    kAloneIn<PlainRows<Ymm, 5>>,    kAloneIn<PlainRows<Ymm, 6>>,
+    kAloneIn<PlainRows<Zmm, 4>>,    kAloneIn<PlainRows<Zmm, 5>>,    kAloneIn<PlainRows<Zmm, 6>>,
+    kAloneIn<PlainRows<Zmm, 8>>,    kAloneIn<PlainRows<Zmm, 10>>,   kAloneIn<PlainRows<Zmm, 12>>};
+constexpr Width<2> kPairs[] = {kPairIn<FriendlyRows<Ymm, 1>>, kPairIn<FriendlyRows<Ymm, 2>>, kPairIn<FriendlyRows<Ymm, 3>>,
+                               kPairIn<PlainRows<Ymm, 4>>,    kPairIn<PlainRows<Ymm, 5>>,    kPairIn<PlainRows<Zmm, 3>>,
+                               kPairIn<PlainRows<Zmm, 4>>,    kPairIn<PlainRows<Zmm, 5>>,    kPairIn<PlainRows<Zmm, 6>>};
 
-// The routine for these moduli, or null if they are too long.
+// The width for these moduli, or null if they are too long.
 template <std::size_t Streams, std::size_t Count>
-auto find_width(const Width<Streams> (&widths)[Count], const std::array<Power, Streams>& powers) noexcept
-    -> decltype(Width<Streams>::run) {
+const Width<Streams>* find_width(const Width<Streams> (&widths)[Count], const std::array<Power, Streams>& powers) noexcept {
     for (const Width<Streams>& width : widths) {
-        if (width.digits_for(powers) <= width.digits) return width.run;
+        if (width.digits_for(powers) <= width.digits) return &width;
     }
     return nullptr;
 }
@@ -195,13 +207,18 @@ auto find_width(const Width<Streams> (&widths)[Count], const std::array<Power, S
 }  // namespace
 
 bool power_ifma(const Power& power) noexcept {
-    const auto run = find_width(kAlone, {power});
-    return run != nullptr ? run({power}) : power_limbs(power);
+    const Width<1>* const width = find_width(kAlone, {power});
+    return width != nullptr ? width->run({power}) : power_limbs(power);
+}
+
+bool power_product_ifma(const Power& a, const Power& b) noexcept {
+    const Width<1>* const width = find_width(kAlone, {a});
+    return width != nullptr ? width->product(a, b) : power_product_limbs(a, b);
 }
 
 bool power_pair_ifma(const std::array<Power, 2>& powers) noexcept {
-    const auto run = find_width(kPairs, powers);
-    return run != nullptr ? run(powers) : power_ifma(powers[0]) && power_ifma(powers[1]);
+    const Width<2>* const width = find_width(kPairs, powers);
+    return width != nullptr ? width->run(powers) : power_ifma(powers[0]) && power_ifma(powers[1]);
 }
 
 }  // namespace morvane::bignum

@@ -132,6 +132,18 @@ bool power_division(const Power& power) noexcept { return power_in<DivisionRing>
 
 bool power_limbs(const Power& power) noexcept { return power_in<MontgomeryRing>(power); }
 
+bool power_product_limbs(const Power& a, const Power& b) noexcept {
+    const MontgomeryRing ring(a.modulus);
+    WorkLimbs x(ring.size());
+    WorkLimbs y(ring.size());
+    if (!ring || !x || !y) return false;
+    ring.enter(x.get(), a.base);
+    ring.enter(y.get(), b.base);
+    if (!exponentiate_product_vt(ring, x.get(), y.get(), a.exponent, b.exponent)) return false;
+    ring.leave(a.result, x.get());
+    return true;
+}
+
 bool power_pair_limbs(const std::array<Power, 2>& powers) noexcept {
     return power_limbs(powers[0]) && power_limbs(powers[1]);
 }

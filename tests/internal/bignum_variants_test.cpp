@@ -2,6 +2,7 @@
 #include "bignum/kernel_variants.h"
 #include "bignum/odd_modulus.h"
 #include "bignum/power_engines.h"
+#include "bignum/product.h"
 #include "bignum/rows.h"
 #include "internal/each_row.h"
 #include "support/numbers.h"
@@ -146,6 +147,19 @@ TEST(BignumVariants, ComputeThePowersOfDivision) {
                 powers[1].result = results[1].data();
                 ASSERT_TRUE(e_words > 1 ? run(powers) : power_mod_pair(powers));
                 ASSERT_EQ(results, expected);
+            });
+
+            Words factor(n), product(2 * n), both(n);
+            ASSERT_TRUE(power_division({bases[1], exponents[1], powers[0].modulus, factor.data()}));
+            ENUM a{0, static_cast<std::int32_t>(n), expected[0].data()};
+            ENUM b{0, static_cast<std::int32_t>(n), factor.data()};
+            ENUM r{0, 0, product.data()};
+            EN_Mul(&r, &a, &b);
+            ASSERT_TRUE(divide_words(nullptr, factor.data(), product, powers[0].modulus));
+            with_each_row(power_product, [&](PowerProductFn* run) {
+                powers[0].result = both.data();
+                ASSERT_TRUE(run(powers[0], powers[1]));
+                ASSERT_EQ(both, factor);
             });
         }
     }
