@@ -19,6 +19,7 @@ struct Tag {
 };
 
 inline constexpr Tag kInteger{2};
+inline constexpr Tag kBitString{3};
 inline constexpr Tag kSequence{16, true};
 
 // Tag numbers from here on have the form of several octets.
@@ -31,6 +32,7 @@ public:
     Reader(const std::uint8_t* bytes, std::size_t size) noexcept : bytes_(bytes), size_(size) {}
 
     const std::uint8_t* position() const noexcept { return bytes_; }
+    std::span<const std::uint8_t> rest() const noexcept { return {bytes_, size_}; }
     bool at_end() const noexcept { return size_ == 0; }
 
     // The content of an element with this tag, a low one. The length must be definite and in its shortest form.
@@ -62,6 +64,10 @@ public:
 
     // An INTEGER: the value of the record in two's complement, whatever its zero words at the top.
     void put_number(const ENUM& number) noexcept;
+
+    void put_octets(std::span<const std::uint8_t> octets) noexcept {
+        for (const std::uint8_t octet : octets) put_octet(octet);
+    }
 
     // An element whose content is what body(Writer&) puts. It runs twice, first to be measured.
     template <typename Body>

@@ -1,0 +1,134 @@
+#include "pk/group.h"
+
+#include "bignum/octets.h"
+#include "bignum/power.h"
+#include "bignum/product.h"
+#include "bignum/record.h"
+#include "pk/hash_select.h"
+#include "random/pool.h"
+
+#include <morvane/hash.h>
+#include <morvane/random.h>
+
+#include <algorithm>
+
+using namespace morvane::bignum;
+
+namespace morvane::pk {
+namespace {
+
+using MemberWords = SecretArray<Word, kGroupWords>;
+
+// An exponent of one word would count as public.
+constexpr std::size_t kLeastExponentWords = 2;
+
+}  // namespace
+
+std::span<const Word> group_member(const ENUM& member) noexcept {
+    return words_in(member) <= kGroupWords ? magnitude(member).first(significant_words(member)) : std::span<const Word>{};
+}
+
+Group::Group(const E_DSA_KEY& key) noexcept : p_(group_member(key.p)), q_(group_member(key.q)), g_(group_member(key.g)) {
+    const auto is_odd_modulus = [](std::span<const Word> m) {
+        return !m.empty() && (m[0] & 1) != 0 && (m.size() > 1 || m[0] > 1);
+    };
+    valid_ = is_odd_modulus(p_) && is_odd_modulus(q_) && q_.size() <= p_.size() && !g_.empty();
+}
+
+std::size_t Group::q_bytes() const noexcept {
+    return 4 * q_.size() - static_cast<std::size_t>(std::countl_zero(q_.back())) / 8;
+}
+
+// A base of more words than p, in r.
+bool Group::reduce(Word* r, std::span<const Word>& base) const noexcept {
+    if (base.size() <= p_.size()) return true;
+    if (!divide_words(nullptr, r, base, p_)) return false;
+    base = {r, p_.size()};
+    return true;
+}
+
+bool Group::raise(Word* r, std::span<const Word> base, std::span<const Word> exponent) const noexcept {
+    SecretArray<Word, kGroupWords + kLeastExponentWords> padded;
+    MemberWords reduced;
+    std::copy(exponent.begin(), exponent.end(), padded.items.begin());
+    return reduce(reduced.items.data(), base) &&
+           power_mod({base, {padded.items.data(), std::max(q_.size(), kLeastExponentWords)}, p_, r});
+}
+
+bool Group::raise_two(Word* r, std::span<const Word> a, std::span<const Word> e, std::span<const Word> b,
+                      std::span<const Word> f) const noexcept {
+    MemberWords reduced_a;
+    MemberWords reduced_b;
+    return reduce(reduced_a.items.data(), a) && reduce(reduced_b.items.data(), b) &&
+           power_product_vt({a, e, p_, r}, {b, f, p_, nullptr});
+}
+
+void Scalars::load(Scalar& r, std::span<const Word> value) noexcept {
+    SecretArray<Limb, 2 * kGroupLimbs> limbs;
+    load_limbs(limbs.items.data(), value.data(), value.size());
+    residues_.reduce(r.get(), limbs.items.data());
+}
+
+void Scalars::load_octets(Scalar& r, std::span<const std::uint8_t> octets) noexcept {
+    MemberWords words;
+    octets_to_words(words.items.data(), group_.q().size(), octets.data(), octets.size());
+    load(r, {words.items.data(), group_.q().size()});
+}
+
+void Scalars::load_public(Scalar& r, std::span<const Word> value) const noexcept {
+    MemberWords rest;
+    std::copy(value.begin(), value.end(), rest.items.begin());
+    const std::size_t words = std::max(value.size(), group_.q().size());
+    divide_words(nullptr, rest.items.data(), {rest.items.data(), words}, group_.q());  // numbers of this size need no heap
+    load_limbs(r.get(), rest.items.data(), group_.q().size());
+}
+
+void Scalars::load_public_octets(Scalar& r, std::span<const std::uint8_t> octets) const noexcept {
+    MemberWords words;
+    octets_to_words(words.items.data(), kGroupWords, octets.data(), octets.size());
+    load_public(r, {words.items.data(), (octets.size() + 3) / 4});
+}
+
+bool Scalars::invert(Scalar& r, const Scalar& a) const noexcept {
+    MemberWords base;
+    MemberWords exponent;
+    const std::span<const Word> q = group_.q();
+    store_limbs(base.items.data(), a.get(), q.size());
+    // a^(q - 2), which every prime q has for it.
+    std::copy(q.begin(), q.end(), exponent.items.begin());
+    Word borrow = 2;
+    for (std::size_t i = 0; i < q.size() && borrow != 0; ++i) {
+        const Word before = exponent.items[i];
+        exponent.items[i] -= borrow;
+        borrow = before < borrow ? 1 : 0;
+    }
+    if (!power_mod({{base.items.data(), q.size()}, {exponent.items.data(), q.size()}, q, base.items.data()})) return false;
+    load_limbs(r.get(), base.items.data(), q.size());
+    return true;
+}
+
+std::span<const Word> Scalars::words(SecretArray<Word, kGroupWords>& words, const Scalar& a) const noexcept {
+    store_limbs(words.items.data(), a.get(), group_.q().size());
+    return {words.items.data(), group_.q().size()};
+}
+
+bool Scalars::is_zero(const Scalar& a) const noexcept {
+    Limb ones = 0;
+    for (std::size_t i = 0; i < residues_.size(); ++i) ones |= a.get()[i];
+    return ones == 0;
+}
+
+void Scalars::draw(Scalar& r) noexcept {
+    MemberWords words;
+    ENUM number{0, 0, words.items.data()};
+    EN_Random(&number, static_cast<std::int32_t>(32 * group_.q().size()), 1, 0);
+    load(r, {words.items.data(), group_.q().size()});
+}
+
+void stir(std::span<const Word> x, std::span<const std::uint8_t> hash) noexcept {
+    SecretArray<std::uint8_t, E_SHA1_DIGEST_BYTES> seed;
+    digest(kSha1, seed.items, {{reinterpret_cast<const std::uint8_t*>(x.data()), x.size_bytes()}, hash});
+    RAND_Seed(seed.items.data(), E_SHA1_DIGEST_BYTES);
+}
+
+}  // namespace morvane::pk
