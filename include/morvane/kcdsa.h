@@ -84,8 +84,8 @@ MORVANE_API int32_t MORVANE_CALL E_KCDSA_Verify_New(int32_t hashSel, const uint8
 
 /* ---- The older functions ----
  *
- * The hash value has from 1 byte to the bytes of q, and at most 50. Its bytes are XORed with those of r from the first one
- * on; beyond the 20 of r they stay as they are. Signing returns 1; 0, with nothing written, for another length, for a
+ * The hash value has from 1 byte to the bytes of q, and at most 50. One of up to 20 bytes is XORed with the first bytes of
+ * r, a longer one has its last 20 bytes XORed with r. Signing returns 1; 0, with nothing written, for another length, for a
  * record that cannot sign, and where there is no memory. */
 
 /* The signature is a DER SEQUENCE of the INTEGERs r and s. Room: the bytes of q, and 36. */

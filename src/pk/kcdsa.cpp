@@ -50,7 +50,9 @@ bool KcdsaSigner::set_public_key(Word* y) noexcept {
 void load_e(Scalar& e, Scalars& scalars, const RBytes& r, std::span<const std::uint8_t> hash) noexcept {
     std::uint8_t mixed[std::max<std::size_t>(kRBytes, kMaxHashBytes)];
     std::copy(hash.begin(), hash.end(), mixed);
-    for (std::size_t i = 0; i < std::min(hash.size(), kRBytes); ++i) mixed[i] ^= r[i];
+    // At the end of a longer hash value: e has to change with r in its lowest bit, or half of them could never be signed.
+    const std::size_t at = hash.size() > kRBytes ? hash.size() - kRBytes : 0;
+    for (std::size_t i = at; i < hash.size(); ++i) mixed[i] ^= r[i - at];
     scalars.load_public_octets(e, {mixed, hash.size()});
 }
 

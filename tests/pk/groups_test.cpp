@@ -1,0 +1,276 @@
+// DSA, KCDSA and Diffie-Hellman: forms, limits, and the equations of KCDSA computed with big numbers.
+#include <morvane/asn1.h>
+#include <morvane/hash.h>
+#include <morvane/prime.h>
+
+#include "support/integer.h"
+
+#include <gtest/gtest.h>
+#include <cstring>
+
+namespace {
+
+using namespace morvane::test;
+
+struct Key : E_DSA_KEY {
+    Key() : E_DSA_KEY{} { E_KCDSA_Init(this); }
+    explicit Key(std::int32_t q_bits) : Key() { E_KCDSA_GenerateKey_fixParam(this, 0, q_bits); }
+};
+
+Integer integer(const ENUM& x) {
+    Integer copy;
+    EN_Copy(copy, &x);
+    return copy;
+}
+Integer integer(const Bytes& octets) {
+    Integer x;
+    EN_U8ToENUM(x, octets.data(), size32(octets));
+    return x;
+}
+Integer power(const Integer& base, const Integer& exponent, const Integer& m) {
+    Integer r;
+    EN_Mod_Exp(r, base, exponent, m);
+    return r;
+}
+Bytes minimal(const Integer& x) { return from_hex(x.hex()); }
+
+Bytes hash_of(std::int32_t selector, Bytes first, const Bytes& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    Bytes digest(20);
+    if (selector == E_KCDSA_HAS160) {
+        E_HAS160(digest.data(), first.data(), static_cast<std::int32_t>(first.size()));
+    } else {
+        E_SHA1(digest.data(), first.data(), size32(first));
+    }
+    return digest;
+}
+
+// y^s g^e mod p.
+Integer commitment(const E_KCDSA_KEY& key, const Integer& s, Bytes r, const Bytes& hash) {
+    Bytes mixed = hash;
+    const std::size_t at = hash.size() - std::min(r.size(), hash.size());
+    for (std::size_t i = at; i < hash.size(); ++i) mixed[i] ^= r[i - at];
+    const Integer p = integer(key.p), e = integer(mixed) % integer(key.q);
+    return power(integer(key.y), s, p) * power(integer(key.g), e, p) % p;
+}
+
+TEST(KcdsaKeys, AreOfTheirDomain) {
+    std::uint8_t xkey[20], xseed[40], seed[20];
+    std::uint32_t xkey_len = 0, xseed_len = 0, count = 0;
+    Key keys[6];
+    E_KCDSA_GenerateKey(&keys[0], 512, 160);
+    E_KCDSA_GenerateKey2(&keys[1], 512, 168, xkey, &xkey_len, xseed, &xseed_len);
+    EXPECT_EQ(xkey_len + xseed_len, 40U);
+    E_KCDSA_GenerateX9Key(&keys[2], 1024, 160, seed, &count);
+    EXPECT_TRUE(count >= 1 && count <= 1U << 24);
+    E_KCDSA_GenerateKey_fixParam(&keys[3], 0, 160);
+    for (std::size_t i = 4; i < 6; ++i) {  // in the domain that is there
+        keys[i].p = keys[3].p;
+        keys[i].q = keys[3].q;
+        keys[i].g = keys[3].g;
+    }
+    E_KCDSA_GenerateKey3(&keys[4], 0, 160, xkey, &xkey_len, xseed, &xseed_len);
+    E_KCDSA_GenerateXY(&keys[5], 0, 128);
+    EXPECT_EQ(EN_GetFilledBitNum(&keys[5].x), 128U);
+    for (const Key& key : keys) {
+        const Integer p = integer(key.p), q = integer(key.q), x = integer(key.x);
+        EXPECT_EQ((p % q).hex(), "01");
+        EXPECT_TRUE(EN_IsPrime(p) == 1 && EN_IsPrime(q) == 1);
+        EXPECT_EQ(power(integer(key.g), q, p).hex(), "01");
+        EXPECT_NE(integer(key.g).hex(), "01");
+        EXPECT_TRUE(EN_Comp(x, q) < 0 && EN_Comp(x, Integer(0U)) > 0);
+        EXPECT_EQ(power(integer(key.y), x, p).hex(), integer(key.g).hex());
+    }
+}
+
+TEST(KcdsaKeys, ImpossibleOnesLeaveTheRecord) {
+    constexpr std::pair<std::int32_t, std::int32_t> kSizes[] = {{160, 160}, {4801, 160}, {512, 1}, {512, -1}, {-1, -2}};
+    const auto untouched = [](auto generate) {
+        Key key;
+        generate(&key);
+        return integer(key.p).bits() == 0 && key.x.length == 0;
+    };
+    for (const auto& [p_bits, q_bits] : kSizes) {
+        EXPECT_TRUE(untouched([&](E_DSA_KEY* key) { E_DSA_GenerateKey(key, p_bits, q_bits); }));
+        EXPECT_TRUE(untouched([&](E_DSA_KEY* key) { E_KCDSA_GenerateKey(key, p_bits, q_bits); }));
+    }
+    std::uint8_t seed[20];
+    std::uint32_t count = 0;
+    EXPECT_TRUE(untouched([&](E_DSA_KEY* key) { E_KCDSA_GenerateX9Key(key, 1023, 160, seed, &count); }));
+    EXPECT_TRUE(untouched([&](E_DSA_KEY* key) { E_KCDSA_GenerateXY(key, 0, 160); })) << "there is no domain";
+    EXPECT_TRUE(untouched([&](E_DSA_KEY* key) { E_KCDSA_GenerateKey_fixParam(key, 0, 0); }));
+    // p hardly longer than q: there may be none for the first q.
+    for (int i = 0; i < 20; ++i) {
+        Key key;
+        E_DSA_GenerateKey(&key, 20, 19);
+        EXPECT_EQ(EN_GetFilledBitNum(&key.p), 20U);
+    }
+}
+
+TEST(KcdsaNew, SignaturesSatisfyTheEquation) {
+    Random random(20304);
+    Key key(160);
+    for (int i = 0; i < 300; ++i) {
+        SCOPED_TRACE(i);
+        const std::int32_t selector = i % 2 == 0 ? E_KCDSA_SHA1 : E_KCDSA_HAS160;
+        if (i % 20 == 0) E_KCDSA_GenerateXY(&key, 0, 160);
+        Bytes message = random.bytes(random.below(200));
+        const auto size = static_cast<std::int32_t>(message.size());
+        Bytes sig(48, 0xee);
+        std::int32_t sig_len = 0;
+        const E_KCDSA_KEY whole = key;
+        if (i % 3 == 0) key.y.length = 31;  // y is computed from x then
+        ASSERT_EQ(E_KCDSA_Sign_New(selector, message.data(), size, sig.data(), &sig_len, &key), 1);
+        key.y.length = whole.y.length;
+        sig.resize(static_cast<std::size_t>(sig_len));
+
+        ASSERT_EQ(to_hex(sig).substr(4, 6), "031500");
+        ASSERT_EQ(sig[1], sig.size() - 2);
+        ASSERT_EQ(sig[26] + 27U, sig.size());
+        const Bytes r(sig.begin() + 5, sig.begin() + 25);
+        const Integer s = integer(Bytes(sig.begin() + 27, sig.end()));
+        Integer z = integer(key.y);
+        EN_MaskBit(z, 512);
+        const Bytes hash = hash_of(selector, minimal(z), message);
+        ASSERT_EQ(hash_of(selector, minimal(commitment(key, s, r, hash)), {}), r);
+
+        const auto verify = [&](const Bytes& changed) {
+            return E_KCDSA_Verify_New(selector, message.data(), size, changed.data(),
+                                      static_cast<std::int32_t>(changed.size()), &key);
+        };
+        ASSERT_EQ(verify(sig), 1);
+        Bytes wrong = sig;
+        wrong[random.below(size32(sig))] ^= static_cast<std::uint8_t>(1U << random.below(8));
+        ASSERT_EQ(verify(wrong), 0);
+        wrong = sig;
+        wrong.push_back(0);
+        ASSERT_EQ(verify(wrong), 0);
+        // The same s, q larger.
+        Bytes longer = minimal(s + integer(key.q));
+        if (longer[0] >= 0x80) longer.insert(longer.begin(), 0);
+        wrong.assign(sig.begin(), sig.begin() + 27);
+        wrong.insert(wrong.end(), longer.begin(), longer.end());
+        wrong[1] = static_cast<std::uint8_t>(wrong.size() - 2);
+        wrong[26] = static_cast<std::uint8_t>(longer.size());
+        ASSERT_EQ(verify(wrong), 0);
+    }
+    Bytes sig(48, 0xee);
+    std::int32_t sig_len = 77;
+    for (const std::int32_t selector : {0, 1, 3, 6}) {
+        EXPECT_EQ(E_KCDSA_Sign_New(selector, sig.data(), 3, sig.data(), &sig_len, &key), 0);
+        EXPECT_EQ(E_KCDSA_Verify_New(selector, sig.data(), 3, sig.data(), 48, &key), 0);
+    }
+    EXPECT_EQ(E_KCDSA_Sign_New(2, sig.data(), -1, sig.data(), &sig_len, &key), 0);
+    EXPECT_TRUE(sig_len == 77 && sig == Bytes(48, 0xee));
+}
+
+TEST(KcdsaOld, SignaturesSatisfyTheEquation) {
+    Random random(20305);
+    Key keys[3];
+    E_KCDSA_GenerateKey_fixParam(&keys[0], 0, 160);
+    E_KCDSA_GenerateKey(&keys[1], 90, 64);    // whose W often has zeros at the top
+    E_KCDSA_GenerateKey(&keys[2], 700, 450);  // for the longest hash values
+    int padded = 0;
+    for (int i = 0; i < 300; ++i) {
+        SCOPED_TRACE(i);
+        const Key& key = keys[i % 3];
+        constexpr std::uint32_t kMost[] = {20, 8, 50};
+        const auto size = static_cast<std::int32_t>(i < 3 ? kMost[i % 3] : 1 + random.below(kMost[i % 3]));
+        const Bytes hash = random.bytes(static_cast<std::size_t>(size));
+        Bytes sig(120, 0xee), w(128), r(20), s(60), y(128);
+        std::int32_t sig_len = 0, w_len = 0, r_len = 0, s_len = 0;
+        ASSERT_EQ(E_KCDSA_Sign2(hash.data(), size, sig.data(), &sig_len, w.data(), &w_len, &key), 1);
+        ASSERT_EQ(E_KCDSA_Verify(hash.data(), size, sig.data(), sig_len, &key), 1);
+        sig[static_cast<std::size_t>(sig_len - 1)] ^= 1;
+        ASSERT_EQ(E_KCDSA_Verify(hash.data(), size, sig.data(), sig_len, &key), 0);
+
+        ASSERT_EQ(E_KCDSA_Sign2RS(hash.data(), size, r.data(), &r_len, s.data(), &s_len, &key), 1);
+        ASSERT_EQ(r_len, 20);
+        s.resize(static_cast<std::size_t>(s_len));
+        Integer full = commitment(key, integer(s), r, hash);
+        Bytes octets = minimal(full);
+        octets.resize(4 * static_cast<std::size_t>(full->length));
+        padded += static_cast<int>(octets.size() != minimal(full).size());
+        ASSERT_EQ(hash_of(E_KCDSA_HAS160, octets, {}), r);
+        Bytes mixed = hash;
+        const std::size_t at = hash.size() - std::min<std::size_t>(20, hash.size());
+        for (std::size_t k = at; k < hash.size(); ++k) mixed[k] ^= r[k - at];
+        Integer divisor;
+        EN_GCD(divisor, integer(key.p) - Integer(1U), integer(mixed) % integer(key.q));
+        ASSERT_EQ(divisor.hex(), "01");
+
+        ASSERT_EQ(E_KCDSA_Sign(hash.data(), size, sig.data(), &sig_len, &key), 1);
+        E_KCDSA_KEY domain = key;
+        E_KCDSA_Init(&domain);
+        domain.y.length = domain.x.length = 0;
+        const std::int32_t y_len = EN_ENUMToU8(y.data(), &key.y);
+        ASSERT_EQ(E_KCDSA_Verify_withParams(hash.data(), size, sig.data(), sig_len, y.data(), y_len, &domain), 1);
+        ASSERT_EQ(E_KCDSA_Verify_withParams(hash.data(), size, sig.data(), sig_len, y.data(), y_len - 1, &domain), 0);
+    }
+    EXPECT_GT(padded, 0);
+    Bytes sig(64, 0xee);
+    std::int32_t sig_len = 77;
+    for (const std::int32_t size : {-1, 0, 21, 51}) {
+        EXPECT_EQ(E_KCDSA_Sign(sig.data(), size, sig.data(), &sig_len, &keys[0]), 0);
+    }
+    EXPECT_EQ(E_KCDSA_Sign(sig.data(), 51, sig.data(), &sig_len, &keys[2]), 0);
+    for (const std::int32_t size : {-1, 21, 51}) EXPECT_EQ(E_DSA_Sign(sig.data(), size, sig.data(), &sig_len, &keys[0]), 0);
+    EXPECT_TRUE(sig_len == 77 && sig == Bytes(64, 0xee));
+}
+
+// Records with which nothing can be signed or verified get an answer all the same.
+TEST(Groups, RecordsThatAreNoneAreRefused) {
+    const Key good(160);
+    const std::uint8_t hash[20] = {1};
+    const auto refused = [&](auto change) {
+        Key key;
+        std::memcpy(static_cast<E_DSA_KEY*>(&key), static_cast<const E_DSA_KEY*>(&good), sizeof(E_DSA_KEY));
+        E_DSA_Init(&key);
+        change(key);
+        std::uint8_t sig[700], r_and_s[] = {0x30, 6, 2, 1, 1, 2, 1, 1};
+        std::int32_t sig_len = 0;
+        return E_DSA_Sign(hash, 20, sig, &sig_len, &key) + E_KCDSA_Sign(hash, 20, sig, &sig_len, &key) +
+                   E_KCDSA_Sign_New(2, hash, 20, sig, &sig_len, &key) + E_DSA_Verify(hash, 20, r_and_s, 8, &key) +
+                   E_KCDSA_Verify(hash, 20, r_and_s, 8, &key) ==
+               0;
+    };
+    EXPECT_FALSE(refused([](Key&) {}));
+    for (ENUM E_DSA_KEY::*const member : {&E_DSA_KEY::x, &E_DSA_KEY::p, &E_DSA_KEY::q, &E_DSA_KEY::g}) {
+        for (const std::int32_t length : {0, -5, E_DSA_WORDS + 1}) {
+            EXPECT_TRUE(refused([&](Key& key) { (key.*member).length = length; })) << length;
+        }
+    }
+    EXPECT_TRUE(refused([](Key& key) { key.p.words[0] &= ~1U; }));
+    EXPECT_TRUE(refused([](Key& key) { key.q.words[0] &= ~1U; }));
+    EXPECT_TRUE(refused([](Key& key) { EN_U32ToENUM(&key.q, 1); }));
+
+    // What is told in the header of E_DSA_Verify.
+    const std::uint8_t one_and_zero[] = {0x30, 6, 2, 1, 1, 2, 1, 0};
+    EXPECT_EQ(E_DSA_Verify(hash, 20, one_and_zero, 8, &good), 1);
+}
+
+TEST(Dh, KeysByTheirRecord) {
+    E_DH_KEY key{};
+    E_DH_Init(&key);
+    EN_Copy(&key.p, Integer("ffffffffffffffc5"));
+    EN_U32ToENUM(&key.g, 2);
+    EN_U32ToENUM(&key.x, 64);
+    E_DH_GenerateKey(&key, 0);
+    EXPECT_EQ(integer(key.x).hex(), "40") << "it is taken as it stands";
+    EXPECT_EQ(integer(key.y).hex(), "3b") << "2^64 mod p";
+    std::uint8_t out[8] = {0xee, 0xee};
+    EXPECT_EQ(E_DH_ComputeKey(out, Integer(2U), &key), 1) << "no zeros in front";
+    EXPECT_TRUE(out[0] == 0x3b && out[1] == 0xee);
+
+    key.x.words = key.y.words = nullptr;
+    EXPECT_EQ(E_DH_ComputeKey(out, Integer(2U), &key), -1);
+    E_DH_GenerateKey(&key, 4801);
+    E_DH_GenerateKey(&key, -1);
+    EXPECT_EQ(key.x.words, nullptr);
+    E_DH_GenerateKey(&key, 0);
+    EXPECT_TRUE(key.x.words == key.x_words && key.y.words == key.y_words && integer(key.x).bits() == 63);
+    key.p.length = 0;
+    EXPECT_EQ(E_DH_ComputeKey(out, Integer(2U), &key), -1);
+}
+
+}  // namespace
