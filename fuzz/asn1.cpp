@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <type_traits>
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -37,26 +38,43 @@ void expect_written_alike(const std::uint8_t* read, std::ptrdiff_t size, std::in
     require(std::memcmp(written.data(), read, written.size()) == 0, "what was read is what is written");
 }
 
-template <auto Get, auto Put>
+// A record's members and their storages.
+template <typename Key, typename See>
+void for_each_member(Key& key, See see) {
+    if constexpr (std::is_same_v<Key, E_RSA_KEY>) {
+        see(key.n, key.n_words), see(key.e, key.e_words), see(key.d, key.d_words), see(key.p, key.p_words);
+        see(key.q, key.q_words), see(key.dP, key.dP_words), see(key.dQ, key.dQ_words), see(key.qInv, key.qInv_words);
+    } else if constexpr (std::is_same_v<Key, E_DSA_KEY>) {
+        see(key.x, key.x_words), see(key.y, key.y_words), see(key.p, key.p_words), see(key.q, key.q_words);
+        see(key.g, key.g_words);
+    } else {
+        see(key.p, key.p_words), see(key.g, key.g_words);
+    }
+}
+
+template <typename Key, void (*Init)(Key*), void (*Get)(Key*, const std::uint8_t**, std::uint32_t),
+          std::int32_t (*Put)(const Key*, std::uint8_t*)>
 void read_key(const std::uint8_t* data, std::size_t size) {
-    E_RSA_KEY key;
+    Key key;
     std::memset(&key, static_cast<int>(kUntouched & 0xff), sizeof key);
-    E_RSA_Init(&key);
-    for (ENUM* member : {&key.n, &key.e, &key.d, &key.p, &key.q, &key.dP, &key.dQ, &key.qInv}) member->length = 0;
+    Init(&key);
+    for_each_member(key, [](ENUM& member, auto& /*words*/) { member.sign = 0, member.length = 0; });
     const std::uint8_t* position = data;
     Get(&key, &position, static_cast<std::uint32_t>(size));
     require(position >= data && position <= data + size, "the position stays in the input");
-    expect_in_storage(key.n, key.n_words);
-    expect_in_storage(key.e, key.e_words);
-    expect_in_storage(key.d, key.d_words);
-    expect_in_storage(key.p, key.p_words);
-    expect_in_storage(key.q, key.q_words);
-    expect_in_storage(key.dP, key.dP_words);
-    expect_in_storage(key.dQ, key.dQ_words);
-    expect_in_storage(key.qInv, key.qInv_words);
+    for_each_member(key, [](ENUM& member, auto& words) { expect_in_storage(member, words); });
     if (position == data) return;
-    const auto put = [](const void* record, std::uint8_t* out) { return Put(static_cast<const E_RSA_KEY*>(record), out); };
+    const auto put = [](const void* record, std::uint8_t* out) { return Put(static_cast<const Key*>(record), out); };
     expect_written_alike(data, position - data, put, &key);
+}
+
+void read_signature(const std::uint8_t* data, std::size_t size) {
+    E_KCDSA_SIGNATURE signature;
+    std::memset(&signature, static_cast<int>(kUntouched & 0xff), sizeof signature);
+    const std::uint8_t* position = data;
+    E_ASN1_GetSignRS_KCDSA(&signature, &position, static_cast<std::uint32_t>(size));
+    require(position >= data && position <= data + size, "the position stays in the input");
+    if (data != nullptr) expect_in_storage(signature.s, signature.s_words);
 }
 
 void read_u32(const std::uint8_t* data, std::size_t size) {
@@ -73,8 +91,13 @@ void read_u32(const std::uint8_t* data, std::size_t size) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    read_key<E_ASN1_GetRSAPublicKey, E_ASN1_PutRSAPublicKey>(data, size);
-    read_key<E_ASN1_GetRSAPrivateKey, E_ASN1_PutRSAPrivateKey>(data, size);
+    read_key<E_RSA_KEY, E_RSA_Init, E_ASN1_GetRSAPublicKey, E_ASN1_PutRSAPublicKey>(data, size);
+    read_key<E_RSA_KEY, E_RSA_Init, E_ASN1_GetRSAPrivateKey, E_ASN1_PutRSAPrivateKey>(data, size);
+    read_key<E_DSA_KEY, E_DSA_Init, E_ASN1_GetDSAParams, E_ASN1_PutDSAParams>(data, size);
+    read_key<E_DSA_KEY, E_DSA_Init, E_ASN1_GetDSAPublicKey, E_ASN1_PutDSAPublicKey>(data, size);
+    read_key<E_DSA_KEY, E_DSA_Init, E_ASN1_GetDSAPrivateKey, E_ASN1_PutDSAPrivateKey>(data, size);
+    read_key<E_DH_KEY, E_DH_Init, E_ASN1_GetDHParams, E_ASN1_PutDHParams>(data, size);
+    read_signature(data, size);
     read_u32(data, size);
     return 0;
 }
