@@ -89,21 +89,15 @@ void Scalars::load_public_octets(Scalar& r, std::span<const std::uint8_t> octets
     load_public(r, {words.items.data(), (octets.size() + 3) / 4});
 }
 
-bool Scalars::invert(Scalar& r, const Scalar& a) const noexcept {
-    MemberWords base;
-    MemberWords exponent;
-    const std::span<const Word> q = group_.q();
-    store_limbs(base.items.data(), a.get(), q.size());
-    // a^(q - 2), which every prime q has for it.
-    std::copy(q.begin(), q.end(), exponent.items.begin());
-    Word borrow = 2;
-    for (std::size_t i = 0; i < q.size() && borrow != 0; ++i) {
-        const Word before = exponent.items[i];
-        exponent.items[i] -= borrow;
-        borrow = before < borrow ? 1 : 0;
-    }
-    if (!power_mod({{base.items.data(), q.size()}, {exponent.items.data(), q.size()}, q, base.items.data()})) return false;
-    load_limbs(r.get(), base.items.data(), q.size());
+bool Scalars::invert(Scalar& r, const Scalar& a) noexcept {
+    Scalar factor;
+    Scalar multiple;
+    do {
+        draw(factor);
+    } while (is_zero(factor));
+    multiply(multiple, a, factor);
+    if (invert_vt(r.get(), multiple.get(), residues_.modulus(), residues_.size()) != Inversion::kDone) return false;
+    multiply(r, r, factor);
     return true;
 }
 

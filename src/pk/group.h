@@ -72,8 +72,8 @@ public:
         subtract(minus_b, minus_b, b);
         subtract(r, a, minus_b);
     }
-    // r = 1 / a, 0 for 0. q must be prime.
-    bool invert(Scalar& r, const Scalar& a) const noexcept;
+    // r = 1 / a. False also if a has no inverse. The inverse itself is computed of a random multiple, in variable time.
+    bool invert(Scalar& r, const Scalar& a) noexcept;
 
     // The words of a scalar, as many as q has.
     std::span<const Word> words(SecretArray<Word, kGroupWords>& words, const Scalar& a) const noexcept;
