@@ -377,6 +377,64 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateKey(uint32_t csp, CspHandle hand
  * Returns 0, or -1 with CSP_ERR_NULL_POINTER (key is null). */
 MORVANE_API int32_t MORVANE_STDCALL CSP_FreeKey(uint32_t csp, const CSSM_DATA* pass_phrase, CSSM_KEY* key);
 
+/* ---- Key pairs, parameters, wrapping, derivation ----
+ *
+ * Here too, an output with Length and Data both zero is allocated (a key's data for CSP_FreeKey, parameters for free()),
+ * and one with both goes into the caller's buffer, whose Length becomes what was written. A failure leaves outputs as they
+ * were. Of the codes, CSP_ERR_NO_CONTEXT, CSP_ERR_WRONG_CONTEXT_TYPE and CSP_ERR_NULL_POINTER (a record that is not said to
+ * be optional is null) come first, in this order, and for outputs CSP_ERR_BAD_DATA, CSP_ERR_OUTPUT_TOO_SHORT and
+ * CSP_ERR_MEMORY last. The context is of type CSP_CONTEXT_KEYGEN where nothing else is said; labels and pass phrases are
+ * never read and may be null. */
+
+/* Makes a key pair: CSP_ALG_RSA, CSP_ALG_MD5_WITH_RSA, CSP_ALG_MD2_WITH_RSA and CSP_ALG_SHA1_WITH_RSA by E_RSA_GenerateKey
+ * with the exponent 65537; CSP_ALG_DSA and CSP_ALG_SHA1_WITH_DSA by E_DSA_GenerateKey, CSP_ALG_HAS160_WITH_KCDSA by
+ * E_KCDSA_GenerateKey, with an order of 160 bits below 2048 bits and of 256 from there on. CSP_ATTR_BLOCK_SIZE is the size
+ * in bits. The data are the DER of morvane/asn1.h. Headers: BlobType 1, KeyClass 0 and 1, LogicalKeySizeInBits the size,
+ * AlgorithmId the session's, usage and attributes as given, dates as for CSP_GenerateKey.
+ *
+ * Returns 0, or -1 with CSP_ERR_UNKNOWN_ALGORITHM, CSP_ERR_NO_ATTRIBUTE (no size), CSP_ERR_PRIMITIVE_FAILED (a size that
+ * the generator refuses). */
+MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateKeyPair(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                        uint32_t public_usage, uint32_t public_attributes,
+                                                        const CSSM_DATA* public_label, CSSM_KEY* public_key,
+                                                        uint32_t private_usage, uint32_t private_attributes,
+                                                        const CSSM_DATA* private_label, CSSM_KEY* private_key);
+
+/* Makes parameters of so many bits, as DER: for CSP_ALG_DH a safe prime and the generator 2, which CSP_DeriveKey uses from
+ * then on; for CSP_ALG_DSA, CSP_ALG_SHA1_WITH_DSA and CSP_ALG_HAS160_WITH_KCDSA p, q and g, sized as key pairs are. Returns
+ * 0, or -1 with CSP_ERR_UNKNOWN_ALGORITHM, CSP_ERR_PRIMITIVE_FAILED (bits that the generator refuses). */
+MORVANE_API int32_t MORVANE_STDCALL CSP_GenerateAlgorithmParams(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                                uint32_t bits, CSSM_DATA* params);
+
+/* Enciphers a key's data under the key of a context of type CSP_CONTEXT_SYMMETRIC or CSP_CONTEXT_CIPHER_ALT. With a cipher
+ * it takes that key, CSP_ATTR_MODE and CSP_ATTR_INIT_VECTOR as encryption does and adds PKCS #5 padding in every mode; RC4
+ * has none, and its state moves on. With CSP_ALG_RSA the key is the DER of a public key (BlobType 1), and the block that of
+ * E_RSA_Public_Encrypt. The data of a secret key is its expansion, too long for RSA keys of few bits.
+ *   wrapped   the header of the key, with BlobType 3, in Format what its BlobType was, and algorithm and mode of wrapping
+ * Returns 0, or -1 with CSP_ERR_BAD_KEY (the key has no data), CSP_ERR_KEY_ATTRIBUTE_MISSING, CSP_ERR_BAD_KEY (the wrapping
+ * key is none for this), CSP_ERR_UNKNOWN_MODE, CSP_ERR_UNKNOWN_ALGORITHM, CSP_ERR_INIT_VECTOR, CSP_ERR_PRIMITIVE_FAILED
+ * (too long for RSA). */
+MORVANE_API int32_t MORVANE_STDCALL CSP_WrapKey(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                const CSSM_DATA* pass_phrase, const CSSM_KEY* key, CSSM_KEY* wrapped);
+
+/* The way back, for RSA with the DER of a private key. Returns 0, or -1 with the codes of CSP_WrapKey, CSP_ERR_BAD_KEY also
+ * for a key that is not wrapped, or by another algorithm, and CSP_ERR_PRIMITIVE_FAILED where the padding is wrong. */
+MORVANE_API int32_t MORVANE_STDCALL CSP_UnwrapKey(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                  const CSSM_DATA* pass_phrase, const CSSM_KEY* wrapped, CSSM_KEY* key);
+
+/* Makes a secret key from a Diffie-Hellman secret: CSP_ALG_DH, with the parameters that CSP_GenerateAlgorithmParams made
+ * last.
+ *   base_key   its data is the own private value, most significant byte first, as is
+ *   param      the peer's public value
+ *   derived    its header's AlgorithmId says for which cipher. The first bytes of the secret, without its leading zeros,
+ * are the key: as many as CSP_ATTR_BLOCK_SIZE says, or the cipher takes; it becomes what CSP_GenerateKey makes of them
+ * Returns 0, or -1 with CSP_ERR_UNKNOWN_ALGORITHM, CSP_ERR_DERIVE_KEY (no such cipher, no parameters yet, no value, or one
+ * of more than 600 bytes), CSP_ERR_DH_COMPUTATION (no secret, or one of fewer bytes than the key), CSP_ERR_BAD_KEY (the
+ * cipher has no key of that length). */
+MORVANE_API int32_t MORVANE_STDCALL CSP_DeriveKey(uint32_t csp, CspHandle handle, const CSSM_CONTEXT* context,
+                                                  const CSSM_KEY* base_key, const CSSM_DATA* param, uint32_t usage,
+                                                  uint32_t attributes, const CSSM_DATA* label, CSSM_KEY* derived);
+
 /* ---- Random bytes ---- */
 
 /* Fills output->Data with as many random bytes as the attribute CSP_ATTR_OUTPUT_SIZE asks for and sets output->Length to
