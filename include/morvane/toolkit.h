@@ -30,20 +30,63 @@ extern "C" {
 
 /* Codes of failures. */
 enum {
-    KERR_MEMORY = 0x10006,       /* no memory on the context's allocator */
-    KERR_NOT_READY = 0x20000,    /* no K_KCCInit, or a required input is null */
-    KERR_OUTPUT_ALLOC = 0x20001, /* K_GenHash: no memory for the digest */
-    KERR_KEY_SETUP = 0x20002,    /* the secret key could not be made: too short, absent, or of no known type */
-    KERR_DIGEST_INIT = 0x2000f,  /* the provider's digest steps */
+    KERR_MEMORY = 0x10006,         /* no memory on the context's allocator */
+    KERR_EMPTY_KEY = 0x10007,      /* K_RSAPrivateEncrypt: a key of no bytes */
+    KERR_NOT_READY = 0x20000,      /* no K_KCCInit, or a required input is null */
+    KERR_OUTPUT_ALLOC = 0x20001,   /* K_GenHash: no memory for the digest; key pairs: no memory for a key */
+    KERR_KEY_SETUP = 0x20002,      /* the secret key could not be made: too short, absent, or of no known type */
+    KERR_KEYGEN = 0x20003,         /* the key pair could not be made: a size or a domain that is none */
+    KERR_CIPHER_OPTION = 0x20004,  /* steps of the symmetric operations, in KccContext.error: the option is not 1 */
+    KERR_CIPHER_INIT = 0x20005,    /* the initialisation vector is missing or too short */
+    KERR_ENCRYPT_UPDATE = 0x20006, /* the provider's encryption steps */
+    KERR_ENCRYPT_FINAL = 0x20007,
+    KERR_DECRYPT_UPDATE = 0x2000a, /* the provider's decryption steps */
+    KERR_DECRYPT_FINAL = 0x2000b,
+    KERR_DIGEST_INIT = 0x2000f, /* the provider's digest steps */
     KERR_DIGEST_UPDATE = 0x20010,
     KERR_DIGEST_FINAL = 0x20011,
-    KERR_MAC_INIT = 0x20013,  /* the provider's MAC steps */
-    KERR_MAC_FINAL = 0x20015, /* also its update */
-    KERR_MAC_VERIFY = 0x20016 /* the MAC is not the expected one */
+    KERR_MAC_INIT = 0x20013,   /* the provider's MAC steps */
+    KERR_MAC_FINAL = 0x20015,  /* also its update */
+    KERR_MAC_VERIFY = 0x20016, /* the MAC is not the expected one */
+    KERR_ENCRYPT_IV = 0x20017, /* encryption and decryption: with triple DES */
+    KERR_DECRYPT_IV = 0x20018,
+    KERR_ENCRYPT_STREAM = 0x20019, /* with RC2 */
+    KERR_DECRYPT_STREAM = 0x2001a,
+    KERR_CIPHER_HELPER = 0x2001b,      /* in KccContext.error: the ciphertext's length or padding is wrong */
+    KERR_RSA_PUBLIC_ENCRYPT = 0x2001c, /* RSA: a key that is none, input that is too long, wrong padding */
+    KERR_RSA_PRIVATE_DECRYPT = 0x2001d,
+    KERR_RSA_PRIVATE_ENCRYPT = 0x2001e,
+    KERR_RSA_PUBLIC_DECRYPT = 0x2001f,
+    KERR_ENCRYPT = 0x20020, /* with the other ciphers, and of keys */
+    KERR_DECRYPT = 0x20021,
+    KERR_SIGN = 0x20022,     /* a signature could not be made: a key that is none, a selector that is none */
+    KERR_VERIFY = 0x20023,   /* the signature is not valid, or the key is none */
+    KERR_AGREE = 0x20024,    /* no shared secret: a key or a point that is none */
+    KERR_KEY_SHARE = 0x20025 /* shares that do not belong together, or numbers of them that cannot be */
 };
+
+/* Cipher selectors: the key is as many bytes as stand here, the first ones of what is given. */
+enum {
+    K_CIPHER_DES = 0,      /* 8 bytes */
+    K_CIPHER_DES3 = 1,     /* 16: two-key triple DES */
+    K_CIPHER_RC2 = 2,      /* 8 */
+    K_CIPHER_RC4 = 3,      /* 8 */
+    K_CIPHER_RC5 = 4,      /* 26, 16 rounds */
+    K_CIPHER_IDEA = 5,     /* 16 */
+    K_CIPHER_BLOWFISH = 6, /* 8 */
+    K_CIPHER_RC2_40 = 11,  /* 5 */
+    K_CIPHER_SEED = 12     /* 16 */
+};
+#define K_OPTION_CBC_PKCS5 1u /* the only option there is: CBC with the padding of PKCS #5; RC4 has neither */
+
+/* Selectors of key pairs. */
+enum { K_PAIR_RSA = 7, K_PAIR_DSA = 8, K_PAIR_KCDSA = 9 };
 
 /* Hash selectors. */
 enum { K_HASH_MD2 = 0, K_HASH_MD5 = 1, K_HASH_SHA1 = 2, K_HASH_MD4 = 3, K_HASH_RIPEMD160 = 4, K_HASH_HAS160 = 5 };
+
+/* Further ones that K_RSASign and K_RSAVerify take, and K_GenHash does not. */
+enum { K_SIGN_SHA256 = 6, K_SIGN_SHA384 = 7, K_SIGN_SHA512 = 8 };
 
 /* MAC selectors: which key is made and which MAC is made with it.
  *   K_MAC_DES   a DES key of 8 bytes, CBC-MAC with DES, 8 bytes
@@ -98,6 +141,133 @@ MORVANE_API int32_t MORVANE_CALL K_GenMac(K_CONTEXT* context, uint32_t selector,
  * K_KCCInit. */
 MORVANE_API int32_t MORVANE_CALL K_VerifyMac(K_CONTEXT* context, uint32_t selector, const CSSM_DATA* key,
                                              const CSSM_DATA* message, const CSSM_DATA* expected);
+
+/* ---- Encryption ----
+ *
+ * All calls from here to the end of public-key operations need K_KCCInit. They store and return 0; KERR_NOT_READY without
+ * it, or where a record is null that is not said to be optional, or the Data of one that is read; KERR_MEMORY; or a code of
+ * their own. What they hand out replaces what was in the record; a failure leaves the record alone. */
+
+/* Enciphers input, of any length, in CBC with the padding of PKCS #5: the ciphertext has up to 16 bytes more. With RC4 it
+ * has none. In front of it stands an initialisation vector from RAND_Bytes, a block long (RC4: none).
+ *   selector   a K_CIPHER_ value
+ *   option     K_OPTION_CBC_PKCS5
+ * Codes: KERR_ENCRYPT_IV with triple DES, KERR_ENCRYPT_STREAM with RC2, else KERR_ENCRYPT; what failed is then in
+ * KccContext.error: KERR_CIPHER_OPTION, KERR_KEY_SETUP (the key is null or too short, or no such selector),
+ * KERR_CIPHER_INIT, KERR_ENCRYPT_UPDATE, KERR_ENCRYPT_FINAL.
+ *
+ *     CSSM_DATA key = {16, key_bytes}, text = {5, (uint8_t*)"hello"}, sealed = {0, NULL};
+ *     if (K_Encryption(context, K_CIPHER_SEED, K_OPTION_CBC_PKCS5, &key, &text, &sealed) == 0) ...
+ *
+ * Nothing here notices a changed ciphertext: add a MAC under another key. */
+MORVANE_API int32_t MORVANE_CALL K_Encryption(K_CONTEXT* context, uint32_t selector, uint32_t option, const CSSM_DATA* key,
+                                              const CSSM_DATA* input, CSSM_DATA* output);
+
+/* The way back. Codes: KERR_DECRYPT_IV, KERR_DECRYPT_STREAM, KERR_DECRYPT, with the causes above, KERR_DECRYPT_UPDATE,
+ * KERR_DECRYPT_FINAL, or KERR_CIPHER_HELPER for a wrong length or padding. Whoever lets strangers see that a padding was
+ * wrong lets them decipher: answer all failures alike. */
+MORVANE_API int32_t MORVANE_CALL K_Decryption(K_CONTEXT* context, uint32_t selector, uint32_t option, const CSSM_DATA* key,
+                                              const CSSM_DATA* input, CSSM_DATA* output);
+
+/* The same with the caller's initialisation vector, at least a block (RC4: never looked at, may be null), and without one
+ * in front of the ciphertext. Too short a one is KERR_CIPHER_INIT. */
+MORVANE_API int32_t MORVANE_CALL K_Encryption_IV_Fix(K_CONTEXT* context, uint32_t selector, uint32_t option,
+                                                     const CSSM_DATA* key, const CSSM_DATA* iv, const CSSM_DATA* input,
+                                                     CSSM_DATA* output);
+MORVANE_API int32_t MORVANE_CALL K_Decryption_IV_Fix(K_CONTEXT* context, uint32_t selector, uint32_t option,
+                                                     const CSSM_DATA* key, const CSSM_DATA* iv, const CSSM_DATA* input,
+                                                     CSSM_DATA* output);
+
+/* Enciphers a key under another, as K_Encryption does; any bytes will do. Codes: KERR_ENCRYPT, KERR_DECRYPT. */
+MORVANE_API int32_t MORVANE_CALL K_KeyEncryption(K_CONTEXT* context, uint32_t selector, const CSSM_DATA* key_of_keys,
+                                                 const CSSM_DATA* key, CSSM_DATA* output);
+MORVANE_API int32_t MORVANE_CALL K_KeyDecryption(K_CONTEXT* context, uint32_t selector, const CSSM_DATA* key_of_keys,
+                                                 const CSSM_DATA* encrypted, CSSM_DATA* key);
+
+/* Splits a key of at least one byte into `count` shares, up to 255, so that any `needed` of them give it back, and fewer
+ * tell nothing (Shamir's scheme over GF(2^8)). Each share is the key's length and two bytes: `needed`, and its number.
+ *   shares   an array of `count` records
+ * Code: KERR_KEY_SHARE (numbers that cannot be). Nothing in a share tells whether somebody changed it. */
+MORVANE_API int32_t MORVANE_CALL K_KeyShareEncode(K_CONTEXT* context, const CSSM_DATA* key, uint32_t needed, uint32_t count,
+                                                  CSSM_DATA* shares);
+
+/* Gives the key back from `count` shares, of which as many as are needed are used. Code: KERR_KEY_SHARE (too few, two of
+ * one number, or of different keys as far as lengths and heads show). */
+MORVANE_API int32_t MORVANE_CALL K_KeyShareDecode(K_CONTEXT* context, const CSSM_DATA* shares, uint32_t count,
+                                                  CSSM_DATA* key);
+
+/* ---- Key pairs ----
+ *
+ * Keys are handed out in DER (morvane/asn1.h), and calls take them so: a key is exactly one encoding. Codes:
+ * KERR_OUTPUT_ALLOC (no memory for a key), KERR_KEYGEN (a size or domain that is none). */
+
+/* selector is a K_PAIR_ value: RSA with the exponent 65537, or DSA, or KCDSA in a new domain, with an order of 160 bits
+ * below 2048 bits and of 256 from there on. */
+MORVANE_API int32_t MORVANE_CALL K_GenAssymetricKey(K_CONTEXT* context, uint32_t selector, uint32_t bits,
+                                                    CSSM_DATA* public_key, CSSM_DATA* private_key);
+MORVANE_API int32_t MORVANE_CALL K_GenerateRSAKey(K_CONTEXT* context, uint32_t bits, CSSM_DATA* public_key,
+                                                  CSSM_DATA* private_key);
+MORVANE_API int32_t MORVANE_CALL K_GenerateKCDSAKeyPair(K_CONTEXT* context, uint32_t bits, CSSM_DATA* public_key,
+                                                        CSSM_DATA* private_key);
+/* In a domain, given as KCDSA params in DER. */
+MORVANE_API int32_t MORVANE_CALL K_GenerateKCDSAKeyPair_Params(K_CONTEXT* context, const CSSM_DATA* params,
+                                                               CSSM_DATA* public_key, CSSM_DATA* private_key);
+
+/* ---- RSA ----
+ *
+ * What the primitives print (morvane/pk.h), they print here too. */
+
+/* PKCS #1 v1.5, block type 2: input has at most 11 bytes less than the modulus. Codes: KERR_RSA_PUBLIC_ENCRYPT,
+ * KERR_RSA_PRIVATE_DECRYPT, which also answers a message of no bytes: the primitive cannot tell it from a key whose members
+ * do not fit. */
+MORVANE_API int32_t MORVANE_CALL K_RSAPublicEncrypt(K_CONTEXT* context, const CSSM_DATA* public_key, const CSSM_DATA* input,
+                                                    CSSM_DATA* output);
+MORVANE_API int32_t MORVANE_CALL K_RSAPrivateDecrypt(K_CONTEXT* context, const CSSM_DATA* private_key,
+                                                     const CSSM_DATA* input, CSSM_DATA* output);
+
+/* RSAES-OAEP with SHA-1. label may be null. Codes as above. */
+MORVANE_API int32_t MORVANE_CALL K_RSAPublicEncryptOAEP(K_CONTEXT* context, const CSSM_DATA* public_key,
+                                                        const CSSM_DATA* label, const CSSM_DATA* input, CSSM_DATA* output);
+MORVANE_API int32_t MORVANE_CALL K_RSAPrivateDecryptOAEP(K_CONTEXT* context, const CSSM_DATA* private_key,
+                                                         const CSSM_DATA* label, const CSSM_DATA* input, CSSM_DATA* output);
+
+/* PKCS #1 v1.5, block type 1, around bytes as they are. Codes: KERR_EMPTY_KEY (a private key of Length 0, before all but a
+ * null context), KERR_RSA_PRIVATE_ENCRYPT; KERR_RSA_PUBLIC_DECRYPT. */
+MORVANE_API int32_t MORVANE_CALL K_RSAPrivateEncrypt(K_CONTEXT* context, const CSSM_DATA* private_key,
+                                                     const CSSM_DATA* input, CSSM_DATA* output);
+MORVANE_API int32_t MORVANE_CALL K_RSAPublicDecrypt(K_CONTEXT* context, const CSSM_DATA* public_key, const CSSM_DATA* input,
+                                                    CSSM_DATA* output);
+
+/* RSASSA-PKCS1-v1_5: signs the DigestInfo of a message. selector is a K_HASH_ or K_SIGN_ value. Verifying compares the
+ * whole DigestInfo. Codes: KERR_SIGN, KERR_VERIFY. */
+MORVANE_API int32_t MORVANE_CALL K_RSASign(K_CONTEXT* context, uint32_t selector, const CSSM_DATA* private_key,
+                                           const CSSM_DATA* message, CSSM_DATA* signature);
+MORVANE_API int32_t MORVANE_CALL K_RSAVerify(K_CONTEXT* context, uint32_t selector, const CSSM_DATA* public_key,
+                                             const CSSM_DATA* message, const CSSM_DATA* signature);
+
+/* RSASSA-PSS. hash is a hashId of morvane/pk.h, for message and masks. Codes: KERR_SIGN, KERR_VERIFY. */
+MORVANE_API int32_t MORVANE_CALL K_RSASignPSS(K_CONTEXT* context, int32_t hash, int32_t salt_length,
+                                              const CSSM_DATA* private_key, const CSSM_DATA* message, CSSM_DATA* signature);
+MORVANE_API int32_t MORVANE_CALL K_RSAVerifyPSS(K_CONTEXT* context, int32_t hash, int32_t salt_length,
+                                                const CSSM_DATA* public_key, const CSSM_DATA* message,
+                                                const CSSM_DATA* signature);
+
+/* ---- KCDSA ---- */
+
+/* E_KCDSA_Sign_New and E_KCDSA_Verify_New (morvane/kcdsa.h): hash is E_KCDSA_SHA1 or E_KCDSA_HAS160. Codes: KERR_SIGN,
+ * KERR_VERIFY. */
+MORVANE_API int32_t MORVANE_CALL K_KCDSASign(K_CONTEXT* context, int32_t hash, const CSSM_DATA* private_key,
+                                             const CSSM_DATA* message, CSSM_DATA* signature);
+MORVANE_API int32_t MORVANE_CALL K_KCDSAVerify(K_CONTEXT* context, int32_t hash, const CSSM_DATA* public_key,
+                                               const CSSM_DATA* message, const CSSM_DATA* signature);
+
+/* The older generation, E_KCDSA_Sign and E_KCDSA_Verify, of a hash value. */
+MORVANE_API int32_t MORVANE_CALL K_KCDSASignHash(K_CONTEXT* context, const CSSM_DATA* private_key, const CSSM_DATA* hash,
+                                                 CSSM_DATA* signature);
+MORVANE_API int32_t MORVANE_CALL K_KCDSAVerifyHash(K_CONTEXT* context, const CSSM_DATA* public_key, const CSSM_DATA* hash,
+                                                   const CSSM_DATA* signature);
+
+/* ---- WTLS keys ---- */
 
 /* Takes a public RSA key in DER (morvane/asn1.h) apart into the two fields of a WTLS key: exponent and modulus, big-endian
  * in their fewest octets, of 0 octets for zero. The 16-bit lengths that stand before them on the wire are not part of them.

@@ -1,5 +1,5 @@
 // K_GenHash.
-#include "toolkit/request.h"
+#include "toolkit/digest_info.h"
 
 #include <iterator>
 
@@ -18,7 +18,10 @@ std::uint32_t algorithm_of(std::uint32_t selector) noexcept {
 // Longer than any digest; the provider says how long it is.
 constexpr std::uint32_t kDigestRoom = 30;
 
-std::uint32_t hash(K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA& input, CSSM_DATA& output) noexcept {
+}  // namespace
+
+std::uint32_t morvane::toolkit::hash_message(K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA& input,
+                                             CSSM_DATA& output) noexcept {
     const Request<0> request(context, CSP_CONTEXT_DIGEST, algorithm_of(selector));
     if (!request) return KERR_MEMORY;
     Buffer digest(context, kDigestRoom, 1);
@@ -30,11 +33,9 @@ std::uint32_t hash(K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA& 
     return 0;
 }
 
-}  // namespace
-
 int32_t K_GenHash(K_CONTEXT* context, uint32_t selector, const CSSM_DATA* input, CSSM_DATA* output) {
     if (context == nullptr) return kNoContext;
     const auto* const crypto = static_cast<const KccContext*>(context->crypto);
     if (crypto == nullptr || !has_data(input) || output == nullptr) return finish(context, KERR_NOT_READY);
-    return finish(context, hash(crypto->context, selector, *input, *output));
+    return finish(context, hash_message(crypto->context, selector, *input, *output));
 }

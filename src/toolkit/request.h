@@ -22,6 +22,14 @@ inline std::int32_t finish(K_CONTEXT* context, std::uint32_t code) noexcept {
 
 inline bool has_data(const CSSM_DATA* buffer) noexcept { return buffer != nullptr && buffer->Data != nullptr; }
 
+// An operation on a context that is ready: body() gives its code, which is stored and returned.
+template <typename Body>
+std::int32_t operate(K_CONTEXT* context, bool has_inputs, Body body) noexcept {
+    if (context == nullptr) return kNoContext;
+    if (context->crypto == nullptr || !has_inputs) return finish(context, KERR_NOT_READY);
+    return finish(context, body());
+}
+
 // The record of a request: its session, and the attributes that the session's record names.
 template <std::size_t Attributes>
 struct KRequest {
@@ -55,6 +63,10 @@ public:
         record_->attributes[i].AttributeType = type;
         record_->attributes[i].Attribute.Key = key;
     }
+    void set(std::size_t i, std::uint32_t type, CSSM_DATA* data) noexcept {
+        record_->attributes[i].AttributeType = type;
+        record_->attributes[i].Attribute.Data = data;
+    }
 
 private:
     Block<KRequest<Attributes>> record_;
@@ -74,6 +86,8 @@ public:
 
     explicit operator bool() const noexcept { return static_cast<bool>(bytes_); }
     CSSM_DATA& data() noexcept { return data_; }
+    std::uint8_t* get() noexcept { return data_.Data; }
+    void set_length(std::uint32_t length) noexcept { data_.Length = length; }
 
     // Leaves the bytes to the caller's record.
     void hand_out(CSSM_DATA& to) noexcept {

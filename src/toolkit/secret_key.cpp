@@ -13,8 +13,9 @@ struct KeyType {
 };
 
 constexpr KeyType kKeyTypes[] = {
-    {0, CSP_ALG_DES, 128, 8},  {1, CSP_ALG_DES3, 256, 16}, {2, CSP_ALG_RC2, 128, 8},       {3, CSP_ALG_RC4, 1032, 8},
-    {4, CSP_ALG_RC5, 136, 26}, {5, CSP_ALG_IDEA, 432, 16}, {6, CSP_ALG_BLOWFISH, 4168, 8}, {11, CSP_ALG_RC2, 40, 5},
+    {0, CSP_ALG_DES, 128, 8},       {1, CSP_ALG_DES3, 256, 16}, {2, CSP_ALG_RC2, 128, 8},
+    {3, CSP_ALG_RC4, 1032, 8},      {4, CSP_ALG_RC5, 136, 26},  {5, CSP_ALG_IDEA, 432, 16},
+    {6, CSP_ALG_BLOWFISH, 4168, 8}, {11, CSP_ALG_RC2, 40, 5},   {12, CSP_ALG_SEED, 128, 16},
 };
 
 // Algorithm 0, which the provider refuses, for an unknown selector.
@@ -33,6 +34,8 @@ constexpr std::uint32_t kUsage = 3;
 constexpr std::uint32_t kAttributes = 0x20000000;
 
 }  // namespace
+
+std::uint32_t cipher_of(std::uint32_t selector) noexcept { return key_type(selector).algorithm; }
 
 SecretKey::SecretKey(K_CONTEXT* context) noexcept
     : request_(context, CSP_CONTEXT_KEYGEN, 0), key_(context), expanded_(context, kExpandedRoom, 1) {}

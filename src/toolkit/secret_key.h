@@ -5,6 +5,9 @@
 
 namespace morvane::toolkit {
 
+// The cipher of a key type; 0, which the provider refuses, for an unknown one.
+std::uint32_t cipher_of(std::uint32_t selector) noexcept;
+
 // A key record in the context's memory. Its data is the expanded key.
 class SecretKey {
 public:

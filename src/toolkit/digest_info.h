@@ -1,0 +1,21 @@
+// The DigestInfo of PKCS #1: a hash's identifier and a message's digest.
+#pragma once
+
+#include "toolkit/request.h"
+
+namespace morvane::toolkit {
+
+// Hands out the digest of a message by a selector of K_GenHash: 0 or the code of the failure.
+std::uint32_t hash_message(K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA& input, CSSM_DATA& output) noexcept;
+
+struct DigestInfo {
+    static constexpr std::size_t kMostBytes = 96;
+
+    std::uint8_t bytes[kMostBytes];
+    std::size_t size = 0;
+
+    // False for a selector that is none, and where there is no memory.
+    bool set(K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA& message) noexcept;
+};
+
+}  // namespace morvane::toolkit
