@@ -137,7 +137,7 @@ void add_benchmark(const Row& row, const std::string& message, std::size_t size)
         benchmark::RegisterBenchmark(name.c_str(), [&row, size](benchmark::State& state) { measure(state, row, size); });
     if (row.bits != 0) benchmark->MeasureProcessCPUTime();  // one peer computes the halves of RSA on two threads
     // As many for every library: more of them for the quicker one would not make the mean of its time any surer.
-    if (row.kind == Kind::kSearch) benchmark->Iterations(row.bits <= 1024 ? 4 : 2);
+    if (row.kind == Kind::kSearch) benchmark->Iterations(row.searches);
 }
 
 }  // namespace

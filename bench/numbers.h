@@ -20,6 +20,8 @@ struct Operation {
 inline constexpr std::size_t kUsualBits[] = {1024, 2048};
 inline constexpr std::size_t kModulusBits[] = {512, 1024, 2048, 4096};
 
+inline constexpr std::size_t kPrimeBits[] = {512, 1024};
+
 inline constexpr Operation kMultiply{"multiply", kUsualBits};  // a b
 inline constexpr Operation kSquare{"square", kUsualBits};      // a^2
 inline constexpr Operation kDivide{"divide", kUsualBits, 2};   // a / b, quotient and remainder
@@ -53,6 +55,17 @@ void add_operation(Rows& all, const Operation& operation, const char* library, W
             }
             return both;
         };
+        all.push_back(std::move(row));
+    }
+}
+
+// A row for each length of a prime; generate(bits) makes one.
+template <typename Generate>
+void add_primes(Rows& all, const char* library, Generate generate) {
+    for (const std::size_t bits : kPrimeBits) {
+        Row row{"prime", library, [=](std::uint8_t*, const std::uint8_t*, std::size_t) { generate(bits); }, Kind::kSearch};
+        row.bits = bits;
+        row.searches = 14;
         all.push_back(std::move(row));
     }
 }

@@ -1,6 +1,7 @@
 #include "numbers.h"
 
 #include <morvane/bignum.h>
+#include <morvane/prime.h>
 
 namespace morvane::bench {
 namespace {
@@ -49,6 +50,8 @@ void add_our_numbers(Rows& all) {
     add(all, kInverse, [](Numbers& n) { EN_Mod_Inv(n.r.get(), n.a.get(), n.m.get()); });
     add(all, kGcd, [](Numbers& n) { EN_GCD(n.r.get(), n.a.get(), n.b.get()); });
     add(all, kModExp, [](Numbers& n) { EN_Mod_Exp(n.r.get(), n.a.get(), n.b.get(), n.m.get()); });
+    add_primes(all, kOurs,
+               [](std::size_t bits) { EN_GeneratePrimeRSA(zero(bits / 8).get(), static_cast<std::int32_t>(bits)); });
 }
 
 }  // namespace morvane::bench

@@ -22,7 +22,7 @@ enum class Kind {
     kCipher,  // out has the message's length, a multiple of every block
     kKey,     // one key schedule made; message and out are not used
     kNumber,  // one operation on numbers; message and out are not used
-    kSearch,  // a key pair searched for, in a time that varies, and which is another one each time; the same otherwise
+    kSearch,  // a key pair or a prime searched for, in a time that varies, another one each time; the same otherwise
 };
 
 // One operation of one library. A whole message at a call, by the library's fastest documented way; what can be set up once
@@ -36,6 +36,7 @@ struct Row {
     bool assembler = false;  // known to be written for x86-64, in assembler or SSE2, and not to be switched off
     // Of numbers: their size, and what the last run came to, as octets in the same form for every library.
     std::size_t bits = 0;
+    int searches = 0;  // to a repetition
     std::function<std::vector<std::uint8_t>()> result{};
 };
 

@@ -34,6 +34,7 @@ void add_rsa(Rows& all, const char* library) {
                     [side, work](std::uint8_t*, const std::uint8_t*, std::size_t) { side->result = work(side->rsa); },
                     kind};
             row.bits = bits;
+            row.searches = bits <= 1024 ? 4 : 2;
             row.result = [side] { return side->result; };
             all.push_back(std::move(row));
         };

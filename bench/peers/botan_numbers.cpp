@@ -4,6 +4,7 @@
 #include <botan/divide.h>
 #include <botan/numthry.h>
 #include <botan/pow_mod.h>
+#include <botan/system_rng.h>
 
 namespace morvane::bench {
 namespace {
@@ -37,6 +38,7 @@ void add_botan_numbers(Rows& all) {
         n.power.set_exponent(n.b);
         n.r = n.power.execute();
     });
+    add_primes(all, "botan", [](std::size_t bits) { Botan::random_prime(Botan::system_rng(), bits); });
 }
 
 }  // namespace morvane::bench

@@ -2,6 +2,7 @@
 
 #include <cryptopp/integer.h>
 #include <cryptopp/modarith.h>
+#include <cryptopp/osrng.h>
 
 namespace morvane::bench {
 namespace {
@@ -42,6 +43,11 @@ void add_cryptopp_numbers(Rows& all) {
     add(all, kGcd, [](Numbers& n) { n.r = Integer::Gcd(n.a, n.b); });
     add(all, kModExp,
         [](Numbers& n) { n.r = n.montgomery.ConvertOut(n.montgomery.Exponentiate(n.montgomery.ConvertIn(n.a), n.b)); });
+    add_primes(all, "cryptopp", [](std::size_t bits) {
+        static CryptoPP::AutoSeededRandomPool pool;
+        Integer().GenerateRandom(
+            pool, CryptoPP::MakeParameters("BitLength", static_cast<int>(bits))("RandomNumberType", Integer::PRIME));
+    });
 }
 
 }  // namespace morvane::bench

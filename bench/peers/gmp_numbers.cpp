@@ -2,6 +2,9 @@
 
 #include <gmp.h>
 
+#include <cstring>
+#include <random>
+
 namespace morvane::bench {
 namespace {
 
@@ -37,6 +40,22 @@ void add(Rows& all, const Operation& operation, Work work, const char* library =
     add_operation<Numbers>(all, operation, library, work);
 }
 
+// The next prime from a random number on; it has no generator of its own.
+void next_prime(std::size_t bits) {
+    static std::random_device system;
+    Octets start(bits / 8);
+    for (std::size_t i = 0; i < start.size(); i += 4) {
+        const std::uint32_t word = system();
+        std::memcpy(&start[i], &word, 4);
+    }
+    start[0] |= 0xc0;
+    mpz_t prime;
+    mpz_init(prime);
+    Numbers::set(prime, start);
+    mpz_nextprime(prime, prime);
+    mpz_clear(prime);
+}
+
 }  // namespace
 
 void add_gmp_numbers(Rows& all) {
@@ -48,6 +67,7 @@ void add_gmp_numbers(Rows& all) {
     add(all, kModExp, [](Numbers& n) { mpz_powm(n.r, n.a, n.b, n.m); });
     add(
         all, kModExp, [](Numbers& n) { mpz_powm_sec(n.r, n.a, n.b, n.m); }, "gmp-consttime");
+    add_primes(all, "gmp", next_prime);
 }
 
 }  // namespace morvane::bench
