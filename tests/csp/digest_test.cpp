@@ -1,9 +1,5 @@
-#include <morvane/csp.h>
+#include "csp/test_session.h"
 
-#include "csp/expect_fails.h"
-#include "support/bytes.h"
-
-#include <gtest/gtest.h>
 #include <cstdlib>
 
 namespace {
@@ -12,50 +8,23 @@ using namespace morvane::test;
 
 constexpr const char* kAbcDigest = "a9993e364706816aba3e25717850c26c9cd0d89d";
 
-CspHandle handle_of(CspSession& session) { return reinterpret_cast<CspHandle>(&session); }
-
-// A digest session and the calls on it. The provider handle varies: it is never read.
-struct Digest {
-    CspSession session{};
-
-    explicit Digest(std::uint32_t algorithm, std::uint32_t type = CSP_CONTEXT_DIGEST) {
-        session.context_type = type;
-        session.algorithm = algorithm;
+// The provider handle varies: it is never read.
+struct Digest : Session {
+    explicit Digest(std::uint32_t of, std::uint32_t type = CSP_CONTEXT_DIGEST) : Session(type, of) {}
+    std::int32_t init(const CSSM_CONTEXT* context = nullptr) { return CSP_DigestDataInit(100, handle(), context); }
+    std::int32_t update(const CSSM_DATA* buffers, std::uint32_t count) {
+        return CSP_DigestDataUpdate(0, handle(), buffers, count);
     }
-    CspHandle handle() { return handle_of(session); }
-    std::int32_t init() { return CSP_DigestDataInit(100, handle(), nullptr); }
-    std::int32_t update(Bytes data) {
-        const CSSM_DATA buffer = {size32(data), data.data()};
-        return CSP_DigestDataUpdate(0, handle(), &buffer, 1);
-    }
-    std::int32_t final(CSSM_DATA& output) { return CSP_DigestDataFinal(0xffffffff, handle(), &output); }
-    // Ends a digest begun under a plain identifier.
+    std::int32_t final(CSSM_DATA output) { return CSP_DigestDataFinal(0xffffffff, handle(), &output); }
+    // In a buffer of the library's.
     std::string finish() {
-        Bytes digest(30);
-        CSSM_DATA output = {30, digest.data()};
-        EXPECT_EQ(final(output), 0);
-        return to_hex(digest.data(), output.Length);
+        CSSM_DATA output = {0, nullptr};
+        EXPECT_EQ(CSP_DigestDataFinal(100, handle(), &output), 0);
+        std::string hex = to_hex(output.Data, output.Length);
+        std::free(output.Data);
+        return hex;
     }
 };
-
-TEST(CspDigest, HashesInPiecesOfSeveralBuffers) {
-    Digest digest(CSP_ALG_SHA1);
-    ASSERT_EQ(digest.init(), 0);
-    Bytes a = from_text("a");
-    Bytes bc = from_text("bc");
-    const CSSM_DATA buffers[] = {{1, a.data()}, {0, a.data()}, {2, bc.data()}};
-    EXPECT_EQ(CSP_DigestDataUpdate(100, digest.handle(), buffers, 3), 0);
-    EXPECT_EQ(digest.finish(), kAbcDigest);
-}
-
-TEST(CspDigest, KnowsTheOldFailureAfterASuccess) {
-    EXPECT_FAILS(CSP_DigestDataUpdate(100, 0, nullptr, 0), CSP_ERR_NO_CONTEXT);
-    Digest digest(CSP_ALG_SHA1);
-    EXPECT_EQ(digest.init(), 0);
-    EXPECT_EQ(GetError(), CSP_ERR_NO_CONTEXT);
-    digest.finish();
-    EXPECT_EQ(GetError(), CSP_ERR_NO_CONTEXT);
-}
 
 TEST(CspDigest, InitChecksInOrder) {
     EXPECT_FAILS(CSP_DigestDataInit(100, 0, nullptr), CSP_ERR_NO_CONTEXT);
@@ -63,97 +32,66 @@ TEST(CspDigest, InitChecksInOrder) {
     for (const std::uint32_t algorithm : {0U, 14U, 40U, 46U, 91U, 0xffffffffU}) {
         Digest digest(algorithm);
         EXPECT_FAILS(digest.init(), CSP_ERR_UNKNOWN_ALGORITHM);
-        EXPECT_EQ(digest.session.digest_table, nullptr);
-        EXPECT_EQ(digest.session.state, nullptr);
+        EXPECT_TRUE(digest.digest_table == nullptr && digest.state == nullptr);
     }
+    Digest digest(CSP_ALG_SHA1);
+    CSSM_CONTEXT context = {CSP_CONTEXT_DIGEST, CSP_ALG_SHA1, 0, 0, nullptr};
+    EXPECT_EQ(digest.init(&context), 0);
+    EXPECT_EQ(digest.digest_table, nullptr) << "the fresh record is nobody's";
+    context.ContextType = CSP_CONTEXT_MAC;
+    EXPECT_FAILS(digest.init(&context), CSP_ERR_WRONG_CONTEXT_TYPE);
 }
 
-TEST(CspDigest, AContextRecordWinsOverTheHandleAndLeavesItAlone) {
+TEST(CspDigest, UpdateAndFinalCheckInOrder) {
     Digest digest(CSP_ALG_SHA1);
-    const CSSM_CONTEXT good = {CSP_CONTEXT_DIGEST, CSP_ALG_SHA1, 0, 0, nullptr};
-    EXPECT_EQ(CSP_DigestDataInit(100, digest.handle(), &good), 0);
-    EXPECT_EQ(digest.session.digest_table, nullptr) << "the fresh record is nobody's";
-    const CSSM_CONTEXT wrong_type = {CSP_CONTEXT_MAC, CSP_ALG_SHA1, 0, 0, nullptr};
-    EXPECT_FAILS(CSP_DigestDataInit(100, digest.handle(), &wrong_type), CSP_ERR_WRONG_CONTEXT_TYPE);
-}
-
-TEST(CspDigest, UpdateChecksInOrderAndKeepsWhatItAbsorbed) {
-    Digest digest(CSP_ALG_SHA1);
-    ASSERT_EQ(digest.init(), 0);
+    Bytes abc = from_text("abc"), room(30, 0xee);
+    const CSSM_DATA buffers[] = {{1, abc.data()}, {0, abc.data()}, {2, &abc[1]}, {0, nullptr}, {3, abc.data()}};
+    EXPECT_FAILS(digest.update(buffers, 1), CSP_ERR_PRIMITIVE_FAILED);  // without Init
+    EXPECT_FAILS(digest.final({20, room.data()}), CSP_ERR_PRIMITIVE_FAILED);
     EXPECT_FAILS(CSP_DigestDataUpdate(100, 0, nullptr, 0), CSP_ERR_NO_CONTEXT);
-    EXPECT_FAILS(CSP_DigestDataUpdate(100, digest.handle(), nullptr, 0), CSP_ERR_NULL_POINTER);
-    Bytes abc = from_text("abc");
-    const CSSM_DATA buffers[] = {{3, abc.data()}, {0, nullptr}, {3, abc.data()}};
-    EXPECT_FAILS(CSP_DigestDataUpdate(100, digest.handle(), buffers, 0), CSP_ERR_NO_BUFFERS);
-    EXPECT_FAILS(CSP_DigestDataUpdate(100, digest.handle(), buffers, 3), CSP_ERR_BAD_DATA);
-    EXPECT_EQ(digest.finish(), kAbcDigest) << "the buffer before the bad one has been hashed, the one after it has not";
-}
-
-TEST(CspDigest, FinalChecksItsOutputInOrderAndCanBeRepeated) {
-    Digest digest(CSP_ALG_SHA1);
     ASSERT_EQ(digest.init(), 0);
-    ASSERT_EQ(digest.update(from_text("abc")), 0);
+    EXPECT_EQ(GetError(), CSP_ERR_NO_CONTEXT) << "success leaves the old code";
+    EXPECT_FAILS(digest.update(nullptr, 0), CSP_ERR_NULL_POINTER);
+    EXPECT_FAILS(digest.update(buffers, 0), CSP_ERR_NO_BUFFERS);
+    EXPECT_FAILS(digest.update(buffers, 5), CSP_ERR_BAD_DATA);  // those before the bad one have been hashed
+
     EXPECT_FAILS(CSP_DigestDataFinal(100, 0, nullptr), CSP_ERR_NO_CONTEXT);
     EXPECT_FAILS(CSP_DigestDataFinal(100, digest.handle(), nullptr), CSP_ERR_NULL_POINTER);
-    Bytes room(30, 0xee);
-    CSSM_DATA no_length = {0, room.data()};
-    EXPECT_FAILS(digest.final(no_length), CSP_ERR_BAD_DATA);
-    CSSM_DATA no_data = {20, nullptr};
-    EXPECT_FAILS(digest.final(no_data), CSP_ERR_BAD_DATA);
-    CSSM_DATA too_short = {19, room.data()};
-    EXPECT_FAILS(digest.final(too_short), CSP_ERR_OUTPUT_TOO_SHORT);
+    EXPECT_FAILS(digest.final({0, room.data()}), CSP_ERR_BAD_DATA);
+    EXPECT_FAILS(digest.final({20, nullptr}), CSP_ERR_BAD_DATA);
+    EXPECT_FAILS(digest.final({19, room.data()}), CSP_ERR_OUTPUT_TOO_SHORT);
     EXPECT_EQ(room, Bytes(30, 0xee));
-
-    CSSM_DATA exact = {20, room.data()};
-    EXPECT_EQ(digest.final(exact), 0);
-    EXPECT_EQ(to_hex(room.data(), 20), kAbcDigest);
-    EXPECT_EQ(room[20], 0xee);
-    EXPECT_NE(digest.session.state, nullptr) << "the pointer stays, stale";
-}
-
-TEST(CspDigest, FinalAllocatesWhenAskedTo) {
-    Digest digest(CSP_ALG_SHA1);
+    EXPECT_EQ(digest.final({20, room.data()}), 0);
+    EXPECT_EQ(to_hex(room), kAbcDigest + std::string(20, 'e'));
+    EXPECT_NE(digest.state, nullptr) << "the pointer stays, stale";
     ASSERT_EQ(digest.init(), 0);
-    ASSERT_EQ(digest.update(from_text("abc")), 0);
-    CSSM_DATA output = {0, nullptr};
-    ASSERT_EQ(digest.final(output), 0);
-    EXPECT_EQ(output.Length, 20U);
-    EXPECT_EQ(to_hex(output.Data, 20), kAbcDigest);
-    std::free(output.Data);
+    ASSERT_EQ(digest.update(buffers, 3), 0);
+    EXPECT_EQ(digest.finish(), kAbcDigest);
 }
 
 TEST(CspDigest, SignatureIdentifiersSucceedAndWriteNothing) {
-    for (const std::uint32_t algorithm : {CSP_ALG_MD5_WITH_RSA, CSP_ALG_MD2_WITH_RSA, CSP_ALG_SHA1_WITH_RSA,
-                                          CSP_ALG_SHA1_WITH_DSA, CSP_ALG_HAS160_WITH_KCDSA}) {
-        const bool md = algorithm == CSP_ALG_MD5_WITH_RSA || algorithm == CSP_ALG_MD2_WITH_RSA;
-        const std::uint32_t digest_bytes = md ? 16 : 20;
+    const std::pair<std::uint32_t, std::uint32_t> rows[] = {{CSP_ALG_MD5_WITH_RSA, 16},
+                                                            {CSP_ALG_MD2_WITH_RSA, 16},
+                                                            {CSP_ALG_SHA1_WITH_RSA, 20},
+                                                            {CSP_ALG_SHA1_WITH_DSA, 20},
+                                                            {CSP_ALG_HAS160_WITH_KCDSA, 20}};
+    for (const auto& [algorithm, digest_bytes] : rows) {
         Digest digest(algorithm);
         ASSERT_EQ(digest.init(), 0);
-        EXPECT_EQ(digest.session.state, nullptr);
-        EXPECT_EQ(digest.update(from_text("abc")), 0);
+        EXPECT_EQ(digest.state, nullptr);
         Bytes room(30, 0xee);
-        CSSM_DATA too_short = {digest_bytes - 1, room.data()};
-        EXPECT_FAILS(digest.final(too_short), CSP_ERR_OUTPUT_TOO_SHORT);
-        CSSM_DATA output = {30, room.data()};
-        EXPECT_EQ(digest.final(output), 0);
+        CSSM_DATA output = {30, room.data()}, allocated = {0, nullptr};
+        EXPECT_EQ(digest.update(&output, 1), 0);
+        EXPECT_FAILS(digest.final({digest_bytes - 1, room.data()}), CSP_ERR_OUTPUT_TOO_SHORT);
+        EXPECT_EQ(CSP_DigestDataFinal(100, digest.handle(), &output), 0);
         EXPECT_EQ(output.Length, 30U);
         EXPECT_EQ(room, Bytes(30, 0xee));
-
-        CSSM_DATA allocated = {0, nullptr};
-        EXPECT_EQ(digest.final(allocated), 0);
+        EXPECT_EQ(CSP_DigestDataFinal(100, digest.handle(), &allocated), 0);
         EXPECT_EQ(allocated.Length, 0U);
         ASSERT_NE(allocated.Data, nullptr);
         EXPECT_EQ(to_hex(allocated.Data, digest_bytes), std::string(2 * digest_bytes, '0'));
         std::free(allocated.Data);
     }
-}
-
-TEST(CspDigest, RefusesCallsWithoutInit) {
-    Digest digest(CSP_ALG_SHA1);
-    EXPECT_FAILS(digest.update(from_text("abc")), CSP_ERR_PRIMITIVE_FAILED);
-    Bytes room(20);
-    CSSM_DATA output = {20, room.data()};
-    EXPECT_FAILS(digest.final(output), CSP_ERR_PRIMITIVE_FAILED);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 #include <morvane/asn1.h>
 #include <morvane/csp.h>
 
-#include "csp/expect_fails.h"
+#include "csp/test_session.h"
 #include "support/integer.h"
 
 #include <gtest/gtest.h>

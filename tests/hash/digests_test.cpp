@@ -1,11 +1,11 @@
 // What every digest must do: meet its published vectors and give one digest for a message however it is cut. MD5 has no
 // exported function; it is reached through the provider layer, as all that have an identifier are here as well.
-#include <morvane/csp.h>
 #include <morvane/hash.h>
 
+#include "csp/test_session.h"
 #include "support/vectors.h"
 
-#include <gtest/gtest.h>
+#include <cstring>
 
 namespace {
 
@@ -49,20 +49,16 @@ Bytes at_once_sha2(const Bytes& message) {
 
 template <std::uint32_t Algorithm, std::size_t Size>
 Bytes by_provider(const Pieces& pieces) {
-    CspSession session{};
-    session.context_type = CSP_CONTEXT_DIGEST;
-    session.algorithm = Algorithm;
-    const auto handle = reinterpret_cast<CspHandle>(&session);
-    EXPECT_EQ(CSP_DigestDataInit(100, handle, nullptr), 0);
+    Session session(CSP_CONTEXT_DIGEST, Algorithm);
+    EXPECT_EQ(CSP_DigestDataInit(100, session.handle(), nullptr), 0);
     for (Bytes piece : pieces) {
         piece.push_back(0);  // so that Data is never null
         const CSSM_DATA buffer = {size32(piece) - 1, piece.data()};
-        EXPECT_EQ(CSP_DigestDataUpdate(100, handle, &buffer, 1), 0);
+        EXPECT_EQ(CSP_DigestDataUpdate(100, session.handle(), &buffer, 1), 0);
     }
     Bytes digest(Size);
-    CSSM_DATA output = {30, digest.data()};
-    output.Length = Size;
-    EXPECT_EQ(CSP_DigestDataFinal(100, handle, &output), 0);
+    CSSM_DATA output = {Size, digest.data()};
+    EXPECT_EQ(CSP_DigestDataFinal(100, session.handle(), &output), 0);
     EXPECT_EQ(output.Length, Size);
     return digest;
 }
@@ -130,52 +126,82 @@ TEST(Digests, AnySplittingGivesTheSameDigest) {
 
 // The counts are all that a record knows of earlier blocks besides the chaining value, so a preset count stands for a long
 // message.
-TEST(Digests, CountBitsWithTheCarriesOfTheirRecords) {
-    const Bytes blocks(256, 'x');
-    Bytes digest(64);
+template <typename Context, auto Init, auto Update>
+Context after_two_blocks_past_2_to_the_32_bits() {
+    Context ctx;
+    Init(&ctx);
+    ctx.count_lo = 0xfffffe00;
+    Update(&ctx, Bytes(128, 'x').data(), 128);
+    EXPECT_EQ(ctx.count_lo, 0x200U);
+    return ctx;
+}
 
-    E_SHA256_CTX sha256;
-    E_SHA256_Init(&sha256);
-    sha256.count_lo = 0xfffffe00;
-    E_SHA256_Update(&sha256, blocks.data(), 128);
-    EXPECT_EQ(sha256.count_lo, 0x200U);
-    EXPECT_EQ(sha256.count_hi, 0U) << "no carry";
+TEST(Digests, CountBitsWithTheCarriesOfTheirRecords) {
+    Bytes digest(64);
+    EXPECT_EQ((after_two_blocks_past_2_to_the_32_bits<E_SHA256_CTX, E_SHA256_Init, E_SHA256_Update>()).count_hi, 0U);
+
+    auto sha1 = after_two_blocks_past_2_to_the_32_bits<E_SHA1_CTX, E_SHA1_Init, E_SHA1_Update>();
+    E_SHA1_Final(&sha1, digest.data());
+    EXPECT_TRUE(sha1.block[14] == 1 && sha1.block[15] == 0x200);
+
+    auto md4 = after_two_blocks_past_2_to_the_32_bits<E_MD5_CTX, E_MD4_Init, E_MD4_Update>();
+    E_MD4_Final(&md4, digest.data());
+    EXPECT_TRUE(md4.count_hi == 1 && md4.count_lo == 0x400) << "the padding is counted too";
+
+    auto has160 = after_two_blocks_past_2_to_the_32_bits<E_HAS160_CTX, E_HAS160_Init, E_HAS160_Update>();
+    E_HAS160_Update(&has160, digest.data(), -5);
+    E_HAS160_Final(&has160, digest.data());
+    EXPECT_EQ(to_hex(has160.block + 56, 8), "0002000001000000");
 
     E_SHA512_CTX sha512;
     E_SHA512_Init(&sha512);
+    EXPECT_TRUE(sha512.state[0] == 0xf3bcc908 && sha512.state[1] == 0x6a09e667) << "low half first";
     sha512.count[0] = 0xfffffc00;
     sha512.count[1] = sha512.count[2] = 0xffffffff;
-    E_SHA512_Update(&sha512, blocks.data(), 256);
-    EXPECT_EQ(sha512.count[0], 0x400U);
-    EXPECT_EQ(sha512.count[1], 0U);
-    EXPECT_EQ(sha512.count[2], 0U);
-    EXPECT_EQ(sha512.count[3], 1U);
+    E_SHA512_Update(&sha512, Bytes(256).data(), 256);
+    EXPECT_TRUE(sha512.count[0] == 0x400 && sha512.count[1] == 0 && sha512.count[2] == 0 && sha512.count[3] == 1);
     E_SHA512_Final(&sha512, digest.data());
     EXPECT_EQ(to_hex(sha512.block + 112, 16), "00000001000000000000000000000400");
-
-    E_MD5_CTX md4;
-    E_MD4_Init(&md4);
-    md4.count_lo = 0xfffffe00;
-    E_MD4_Update(&md4, blocks.data(), 128);
-    EXPECT_EQ(md4.count_hi, 1U);
-    E_MD4_Final(&md4, digest.data());
-    EXPECT_EQ(md4.count_lo, 0x400U) << "the padding is counted too";
-
-    E_HAS160_CTX has160;
-    E_HAS160_Init(&has160);
-    has160.count_lo = 0xfffffe00;
-    E_HAS160_Update(&has160, blocks.data(), 128);
-    E_HAS160_Update(&has160, blocks.data(), -5);
-    EXPECT_EQ(has160.count_lo, 0x200U);
-    E_HAS160_Final(&has160, digest.data());
-    EXPECT_EQ(to_hex(has160.block + 56, 8), "0002000001000000");
 }
 
-TEST(Digests, HoldStateWordsLowHalfFirst) {
-    E_SHA512_CTX ctx;
-    E_SHA512_Init(&ctx);
-    EXPECT_EQ(ctx.state[0], 0xf3bcc908U);
-    EXPECT_EQ(ctx.state[1], 0x6a09e667U);
+Bytes finish_sha1(E_SHA1_CTX& ctx) {
+    Bytes digest(E_SHA1_DIGEST_BYTES);
+    E_SHA1_Final(&ctx, digest.data());
+    return digest;
+}
+
+TEST(Sha1, CountsTheBitsOfLengthsAbove512MiB) {
+    // An update of 2^29 bytes adds 2^32 bits: nothing to the low word, one to the high one.
+    const std::vector<std::uint8_t> message(std::size_t{1} << 29);
+    E_SHA1_CTX ctx;
+    E_SHA1_Init(&ctx);
+    E_SHA1_Update(&ctx, message.data(), 1U << 29);
+    EXPECT_TRUE(ctx.count_lo == 0 && ctx.count_hi == 1);
+    EXPECT_EQ(to_hex(finish_sha1(ctx)), "5b088492c9f4778f409b7ae61477dec124c99033");  // sha1sum of as many zero bytes
+}
+
+TEST(Sha1, LeavesItsLastBlockInTheRecord) {
+    E_SHA1_CTX ctx;
+    E_SHA1_Init(&ctx);
+    const Bytes message = from_text("abcde");
+    E_SHA1_Update(&ctx, message.data(), 5);
+    E_SHA1_Update(&ctx, nullptr, 0);
+    EXPECT_EQ(std::memcmp(ctx.block, "abcde", 5), 0) << "bytes wait in arrival order";
+    const Bytes digest = finish_sha1(ctx);
+    EXPECT_TRUE(ctx.block[0] == 0x61626364 && ctx.block[1] == 0x65800000 && ctx.block[15] == 40 && ctx.count_lo == 40);
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_EQ(ctx.state[i] >> 24, digest[4 * i]);
+        EXPECT_EQ(ctx.state[i] & 0xff, digest[4 * i + 3]);
+    }
+}
+
+// What compresses the block that "abc" is padded to.
+TEST(Sha1, BareCompressionIsTheDigestWithoutPadding) {
+    Bytes block = from_text("abc\x80"), digest(E_SHA1_DIGEST_BYTES);
+    block.resize(E_SHA1_BLOCK_BYTES);
+    block.back() = 24;
+    E_MySHA1(digest.data(), block.data());
+    EXPECT_EQ(to_hex(digest), "a9993e364706816aba3e25717850c26c9cd0d89d");
 }
 
 }  // namespace

@@ -102,22 +102,18 @@ TEST(RandomInteger, HasItsBitsOfAnySource) {
     };
     constexpr std::uint32_t kGuard = 0xeeeeeeee;
     for (std::int32_t bits = -9; bits <= 70; ++bits) {
-        for (const int flags : {0, 1, 2, 3}) {
-            for (Source* const source : {kZeros, kOnes}) {
-                SCOPED_TRACE(testing::Message() << bits << " bits, flags " << flags << ", ones " << (source == kOnes));
-                std::uint32_t words[4] = {kGuard, kGuard, kGuard, kGuard};
-                ENUM x = {1, 7, words};
-                random_integer(x, bits, (flags & 1) != 0, (flags & 2) != 0, source);
-                const std::int32_t length = bits > 0 ? (bits + 31) / 32 : 0;
-                ASSERT_EQ(x.length, length);
-                EXPECT_EQ(words[length], kGuard);
-                EXPECT_EQ(x.sign, 0U);
-                EXPECT_EQ(static_cast<std::int32_t>(EN_GetFilledBitNum(&x)), std::max(bits, 0));
-                for (std::int32_t i = 0; i < bits; ++i) {
-                    const bool is_set = source == kOnes || i == bits - 1 || (i == bits - 2 && (flags & 1) != 0) ||
-                                        (i == 0 && (flags & 2) != 0);
-                    EXPECT_EQ(EN_IsBitSet(&x, i) != 0, is_set) << i;
-                }
+        for (const int flags : {0, 1, 2, 3, 4}) {  // 4: of ones
+            SCOPED_TRACE(testing::Message() << bits << " bits, flags " << flags);
+            std::uint32_t words[4] = {kGuard, kGuard, kGuard, kGuard};
+            ENUM x = {1, 7, words};
+            random_integer(x, bits, (flags & 1) != 0, (flags & 2) != 0, flags == 4 ? kOnes : kZeros);
+            ASSERT_EQ(x.length, bits > 0 ? (bits + 31) / 32 : 0);
+            EXPECT_TRUE(words[x.length] == kGuard && x.sign == 0);
+            EXPECT_EQ(static_cast<std::int32_t>(EN_GetFilledBitNum(&x)), std::max(bits, 0));
+            for (std::int32_t i = 0; i < bits; ++i) {
+                const bool is_set =
+                    flags == 4 || i == bits - 1 || (i == bits - 2 && (flags & 1) != 0) || (i == 0 && (flags & 2) != 0);
+                EXPECT_EQ(EN_IsBitSet(&x, i) != 0, is_set) << i;
             }
         }
     }

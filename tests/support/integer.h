@@ -39,36 +39,18 @@ private:
     std::unique_ptr<ENUM, void (*)(ENUM*)> record_{EN_Create(kWords), [](ENUM* x) { EN_Destroy(x); }};
 };
 
-inline Integer operator+(const Integer& a, const Integer& b) {
-    Integer sum;
-    EN_Add(sum, a, b);
-    return sum;
+template <auto Run, typename Second>
+Integer result_of(const Integer& a, Second b) {
+    Integer result;
+    Run(result, a, b);
+    return result;
 }
-inline Integer operator-(const Integer& a, const Integer& b) {
-    Integer difference;
-    EN_Sub(difference, a, b);
-    return difference;
-}
-inline Integer operator*(const Integer& a, const Integer& b) {
-    Integer product;
-    EN_Mul(product, a, b);
-    return product;
-}
-inline Integer operator%(const Integer& a, const Integer& b) {
-    Integer rest;
-    EN_Mod(rest, a, b);
-    return rest;
-}
-inline Integer operator>>(const Integer& a, int bits) {
-    Integer shifted;
-    EN_RShift(shifted, a, bits);
-    return shifted;
-}
-inline Integer operator<<(const Integer& a, int bits) {
-    Integer shifted;
-    EN_LShift(shifted, a, bits);
-    return shifted;
-}
+inline Integer operator+(const Integer& a, const Integer& b) { return result_of<EN_Add, const ENUM*>(a, b); }
+inline Integer operator-(const Integer& a, const Integer& b) { return result_of<EN_Sub, const ENUM*>(a, b); }
+inline Integer operator*(const Integer& a, const Integer& b) { return result_of<EN_Mul, const ENUM*>(a, b); }
+inline Integer operator%(const Integer& a, const Integer& b) { return result_of<EN_Mod, const ENUM*>(a, b); }
+inline Integer operator>>(const Integer& a, int bits) { return result_of<EN_RShift>(a, bits); }
+inline Integer operator<<(const Integer& a, int bits) { return result_of<EN_LShift>(a, bits); }
 inline bool operator==(const Integer& a, const Integer& b) { return a.hex() == b.hex(); }
 
 }  // namespace morvane::test

@@ -47,6 +47,13 @@ protected:
         return bytes;
     }
 
+    Bytes hash(std::uint32_t selector, const Bytes& bytes) {
+        const CSSM_DATA input = {size32(bytes), const_cast<std::uint8_t*>(bytes.data())};
+        CSSM_DATA digest = {0, nullptr};
+        EXPECT_EQ(K_GenHash(context, selector, &input, &digest), 0);
+        return taken(digest);
+    }
+
     // Every allocation of a call fails in turn; `call` gets which.
     template <typename Call>
     void fail_each_allocation(Call call) {
