@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::int64_t kDefaultBits = 2048, kLeastBits = 64, kMostBits = std::int64_t{32} * E_DH_WORDS;
 constexpr std::int64_t kDefaultGenerator = 2;
+constexpr std::uint32_t kLeastXBits = 160;  // that parameters may ask for; a short x is quickly found
 
 constexpr std::array<std::uint8_t, 9> kOid = {0x2a, 0x86, 0x48, 0x86, 0xf7, 0x0d, 0x01, 0x03, 0x01};  // of PKCS #3
 
@@ -130,6 +131,9 @@ void DhKey::require_safe_prime() const {
 }
 
 void DhKey::draw() {
+    if (x_bits_ != 0 && x_bits_ < std::min(kLeastXBits, EN_GetFilledBitNum(&get()->p) - 1)) {
+        throw KeyError("the parameters in it ask for private values that are too short");
+    }
     do {
         get()->x.words = nullptr;  // which asks for a new x
         E_DH_GenerateKey(get(), static_cast<std::int32_t>(x_bits_));

@@ -49,7 +49,7 @@ public:
     }
 
 private:
-    static constexpr Kind kKind{"dsa", kOid, "DSA PRIVATE KEY", "DSA PARAMETERS", true};
+    static constexpr Kind kKind{"DSA", kOid, "DSA PRIVATE KEY", "DSA PARAMETERS", true};
 
     void compute_y() override { set_y(get()->x); }
 

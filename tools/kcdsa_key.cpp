@@ -43,7 +43,7 @@ public:
     void set_remark(std::string remark) { remark_ = std::move(remark); }
 
 private:
-    static constexpr Kind kKind{"kcdsa", kOid, "PRIVATE KEY", "KCDSA PARAMETERS", false};
+    static constexpr Kind kKind{"KCDSA", kOid, "PRIVATE KEY", "KCDSA PARAMETERS", false};
 
     struct Signed {
         const Hash* hash;  // of the newer generation

@@ -7,7 +7,6 @@
 #include <morvane/prime.h>
 
 #include <algorithm>
-#include <limits>
 
 namespace morvane::tool {
 namespace {
@@ -50,19 +49,20 @@ EncodedKey SubgroupKey::encode(KeyPart wanted) const {
     if (wanted == KeyPart::kPublic) {
         return {"PUBLIC KEY", wrap_public(kind_.oid, *parameters, *der::integer(get()->y))};
     }
-    if (kind_.own_private_form) return {kind_.private_label, write_with(E_ASN1_PutDSAPrivateKey, get())};
+    if (kind_.bare_private_keys) return {kind_.private_label, write_with(E_ASN1_PutDSAPrivateKey, get())};
     return {kind_.private_label, wrap_private(kind_.oid, *parameters, *der::integer(get()->x))};
 }
 
 // The readers of KCDSA's bare x and y are those of any INTEGER.
 bool SubgroupKey::read_numbers(const KeyFile& file) {
     if (file.wrapping() == KeyFile::Wrapping::kNone) {
+        if (!file.may_be(kind_.name)) return false;
         constexpr std::pair<Reader, KeyPart> kForms[] = {{E_ASN1_GetDSAPrivateKey, KeyPart::kPrivate},
                                                          {E_ASN1_GetDSAPublicKey, KeyPart::kPublic},
                                                          {E_ASN1_GetDSAParams, KeyPart::kParameters}};
         const auto* const form =
             std::ranges::find_if(kForms, [&](const auto& each) { return read_with(each.first, get(), file.all()); });
-        if (!file.may_be(kind_.name) || form == std::end(kForms)) return false;
+        if (form == std::end(kForms)) return false;
         part_ = form->second;
         return true;
     }

@@ -17,8 +17,9 @@ public:
     // False when the file has none of this kind. Throws KeyError for numbers that are those of no key.
     bool read(const KeyFile& file);
 
-    // With what these functions of the library have written; throws std::bad_alloc if that is nothing.
+    // To be called when the library has filled the record so far; throws std::bad_alloc if it did not.
     void generated(KeyPart part);
+    // The other key is of the same kind.
     void take_domain(const Key& other);
     // Tests primes and order. Throws KeyError.
     void require_domain() const;
@@ -28,7 +29,7 @@ protected:
         std::string_view name;
         Bytes oid;
         std::string_view private_label, parameters_label;
-        bool own_private_form;  // is written in; otherwise PKCS #8
+        bool bare_private_keys;  // are written; otherwise PKCS #8
     };
     explicit SubgroupKey(const Kind& kind);
 

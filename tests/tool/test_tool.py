@@ -605,8 +605,9 @@ class KeyTest(ToolTest):
                     self.openssl("dgst", f"-{name or 'sha1'}", "-sign", key, "-out", "signature", "data")
                 self.verify(public, *options)
                 self.verify(public, *options, data=TEXT + b"0", code=MISMATCH)
-        # PKCS #8 has no public key
+        # PKCS #8 has no public key; parameters often stand before a key
         self.openssl("pkey", "-in", "ours", "-out", "pkcs8")
+        self.write("pkcs8", self.read("parameters") + self.read("pkcs8"))
         self.run_tool("sign", "--key", "pkcs8", "data", "signature", "--force")
         self.verify("pkcs8")
         self.openssl("dgst", "-sha1", "-verify", "ours-public", "-signature", "signature", "data")
@@ -683,8 +684,9 @@ class KeyTest(ToolTest):
         for y, generator in ((0, g), (1, g), (p - 1, g), (p + 5, g), (4, g + 1)):
             write_peer(y, generator)
             self.assertEqual(self.run_tool("derive", "--key", "ours", "--peer", "peer", code=MISMATCH)[0], b"")
-        self.write("bad", der(0x30, p + 2, g))
-        self.run_tool("genkey", "dh", "--params", "bad", "--out", "new", code=INPUT_OUTPUT)
+        for bad in (der(0x30, p + 2, g), der(0x30, p, g, 100)):  # no prime; a short x
+            self.write("bad", bad)
+            self.run_tool("genkey", "dh", "--params", "bad", "--out", "new", code=INPUT_OUTPUT)
 
     def test_wrong_usage(self):
         self.run_tool("genkey", "dsa", "--bits", "512", "--out", "dsa", "--public", "public")
