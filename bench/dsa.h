@@ -52,15 +52,18 @@ void add_dsa(Rows& all, const char* library) {
     }
 }
 
-// One secret: a is the other side's value, b the own private one. That m is no prime makes no difference to the time.
+// One secret: a is the other side's value, b the own private one and m a prime, which it must be for those who blind. It is
+// none of those that some libraries know and treat in another way.
 inline constexpr Operation kDh{"dh", kUsualBits};
 inline constexpr std::uint8_t kDhGenerator = 2;
+
+Operands with_prime_modulus(Operands operands);
 
 // `Dh` is made from Operands; agree() returns the secret, with zeros in front or without.
 template <typename Dh>
 void add_dh(Rows& all, const char* library) {
     struct Side {
-        explicit Side(const Operands& operands) : dh(operands) {}
+        explicit Side(const Operands& operands) : dh(with_prime_modulus(operands)) {}
         std::array<Octets, 1> results() const { return {secret}; }
         Dh dh;
         Octets secret;

@@ -6,6 +6,9 @@
 #include <morvane/dsa.h>
 #include <morvane/hash.h>
 #include <morvane/kcdsa.h>
+#include <morvane/prime.h>
+
+#include <map>
 
 namespace morvane::bench {
 namespace {
@@ -187,6 +190,20 @@ const DsaKey& dsa_key() {
 bool is_signature(const DsaPair& pair) {
     const std::span<const std::uint8_t> octets(pair);
     return Dsa(dsa_key()).verify(signature_of(octets.first(kNumberBytes), octets.last(kNumberBytes)));
+}
+
+// Its two highest bits are set, as those of m were.
+Operands with_prime_modulus(Operands operands) {
+    static std::map<std::size_t, Octets> primes;
+    Octets& prime = primes[operands.m.size()];
+    if (prime.empty()) {
+        std::vector<std::uint32_t> words(operands.m.size() / 4);
+        ENUM p{0, 0, words.data()};
+        EN_GeneratePrimeRSA(&p, static_cast<std::int32_t>(8 * operands.m.size()));
+        prime = octets_of(p);
+    }
+    operands.m = prime;
+    return operands;
 }
 
 void add_our_dsa(Rows& all) {
