@@ -29,12 +29,14 @@ Rows all_rows([[maybe_unused]] bool portable) {
     add_streams(all);
     add_our_numbers(all);
     add_our_rsa(all);
+    add_our_dsa(all);
 #if defined(WITH_OPENSSL)
     add_openssl(all);
     add_openssl_ciphers(all);
     add_openssl_low_ciphers(all);
     add_openssl_numbers(all);
     add_openssl_rsa(all);
+    add_openssl_dsa(all);
 #endif
 #if defined(WITH_NETTLE)
     add_nettle(all);
@@ -45,12 +47,14 @@ Rows all_rows([[maybe_unused]] bool portable) {
     add_gcrypt_ciphers(all);
     add_gcrypt_numbers(all);
     add_gcrypt_rsa(all);
+    add_gcrypt_dsa(all);
 #endif
 #if defined(WITH_BOTAN)
     add_botan(all, portable);
     add_botan_ciphers(all);
     add_botan_numbers(all);
     add_botan_rsa(all);
+    add_botan_dsa(all);
 #endif
 #if defined(WITH_CRYPTOPP)
     if (!portable) add_cryptopp(all);  // cannot be told
@@ -58,13 +62,17 @@ Rows all_rows([[maybe_unused]] bool portable) {
     if (!portable || kBaselineHasSse2) {
         add_cryptopp_numbers(all);
         add_cryptopp_rsa(all);
+        add_cryptopp_dsa(all);
     }
 #endif
 #if defined(WITH_RHASH)
     add_rhash(all);
 #endif
 #if defined(WITH_HOGWEED)
-    if (!portable || kBaselineHasSse2) add_hogweed_rsa(all);  // computes with GMP
+    if (!portable || kBaselineHasSse2) {  // computes with GMP
+        add_hogweed_rsa(all);
+        add_hogweed_dsa(all);
+    }
 #endif
 #if defined(WITH_GMP)
     if (!portable || kBaselineHasSse2) add_gmp_numbers(all);

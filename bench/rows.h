@@ -1,4 +1,5 @@
-// What is measured: digests, ciphers in their modes, key set-ups, big numbers and RSA, of this library and of public ones.
+// What is measured: digests, ciphers in their modes, key set-ups, big numbers, RSA, DSA,
+// KCDSA and Diffie-Hellman, of this library and of public ones.
 #pragma once
 
 #include <cstddef>
@@ -46,6 +47,7 @@ void add_ours(Rows& all);
 void add_our_ciphers(Rows& all);
 void add_our_numbers(Rows& all);
 void add_our_rsa(Rows& all);
+void add_our_dsa(Rows& all);
 // Their peer is this library's own mode function, "direct".
 void add_streams(Rows& all);
 
@@ -71,9 +73,14 @@ void add_gcrypt_numbers(Rows& all);
 void add_botan_numbers(Rows& all);
 void add_cryptopp_numbers(Rows& all);
 void add_openssl_rsa(Rows& all);
+void add_openssl_dsa(Rows& all);
 void add_gcrypt_rsa(Rows& all);
+void add_gcrypt_dsa(Rows& all);
 void add_botan_rsa(Rows& all);
+void add_botan_dsa(Rows& all);
 void add_cryptopp_rsa(Rows& all);
+void add_cryptopp_dsa(Rows& all);
 void add_hogweed_rsa(Rows& all);
+void add_hogweed_dsa(Rows& all);
 
 }  // namespace morvane::bench

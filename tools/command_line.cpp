@@ -1,5 +1,6 @@
 #include "command_line.h"
 
+#include "input.h"
 #include "output.h"
 
 namespace morvane::tool {
@@ -32,6 +33,24 @@ std::optional<ExitCode> CommandLine::read(const Arguments& arguments) {
         return kSuccess;
     } catch (const CLI::ParseError& error) {
         return usage_error(verb_.name, error.what());
+    }
+}
+
+ExitCode carry_out(const Verb& verb, const std::function<void()>& work) {
+    try {
+        work();
+        return kSuccess;
+    } catch (const UsageError& error) {
+        return usage_error(verb.name, error.what());
+    } catch (const MismatchError& error) {
+        complain(error.what());
+        return kMismatch;
+    }
+}
+
+void require_one_standard_input(std::initializer_list<std::string_view> names) {
+    if (std::ranges::count(names, kStandardInput) > 1) {
+        throw UsageError("standard input cannot be several files at once");
     }
 }
 

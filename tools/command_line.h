@@ -7,6 +7,8 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <functional>
+#include <initializer_list>
 #include <optional>
 #include <stdexcept>
 
@@ -35,6 +37,17 @@ private:
 struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
+
+// What was wrong is the data or the key for it. Its text is a complete message.
+struct MismatchError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+// Runs `work` and turns what it throws of the two above into a message and an exit code.
+ExitCode carry_out(const Verb& verb, const std::function<void()>& work);
+
+// At most one of these files can be standard input. Throws UsageError.
+void require_one_standard_input(std::initializer_list<std::string_view> names);
 
 // The row that the value of an option names. Throws UsageError when there is none.
 template <typename Row, std::size_t Rows>

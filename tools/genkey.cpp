@@ -1,66 +1,32 @@
-// morvane genkey: makes a key pair.
+// morvane genkey: makes a key pair, or parameters.
 #include "command_line.h"
-#include "key_file.h"
+#include "input.h"
+#include "key.h"
 #include "output.h"
+#include "pem.h"
 #include "target.h"
 #include "waiting.h"
-
-#include <array>
 
 namespace morvane::tool {
 namespace {
 
-constexpr std::int64_t kMostBits = std::int64_t{32} * E_RSA_MODULUS_WORDS;
-constexpr std::size_t kAuxiliaryBytes = 13;
-
 struct Options {
-    std::string algorithm;
-    std::int64_t bits = 3072;
-    std::int64_t exponent = 65537;
-    std::string kind = "plain", format = "pem";
-    std::string key_file;
-    std::optional<std::string> public_file;
-    bool force = false;
-    bool quiet = false;
-};
-
-template <auto Generate>
-void generate_plain(E_RSA_KEY* key, std::int32_t bits, std::uint32_t e) {
-    Generate(key, bits, e);
-}
-
-template <auto Generate>
-void generate_x9(E_RSA_KEY* key, std::int32_t bits, std::uint32_t e) {
-    std::array<Secret, 4> primes;
-    for (Secret& prime : primes) (*prime).resize(kAuxiliaryBytes);
-    Generate(key, bits, e, (*primes[0]).data(), (*primes[1]).data(), (*primes[2]).data(), (*primes[3]).data());
-}
-
-struct Algorithm {
-    std::string_view name;
-};
-
-constexpr Algorithm kAlgorithms[] = {{"rsa"}};
-
-struct Kind {
-    std::string_view name;
-    std::int64_t least_bits;
-    void (*generate)(E_RSA_KEY* key, std::int32_t bits, std::uint32_t e);
-};
-
-constexpr Kind kKinds[] = {
-    {"plain", 32, generate_plain<E_RSA_GenerateKey>},
-    {"strong", 32, generate_plain<E_RSA_GenerateStrongKey>},
-    {"x9", 200, generate_x9<E_RSA_GenerateX9Key>},
-    {"strong-x9", 200, generate_x9<E_RSA_GenerateStrongX9Key>},
+    std::string algorithm, format = "pem";
+    KeyOptions choice;
+    std::string out;
+    std::optional<std::string> public_file, parameters;
+    bool parameters_only = false, force = false, quiet = false;
 };
 
 struct Format {
     std::string_view name;
-    Secret (*encode)(const RsaKey& key, KeyPart part);
+    Secret (*encode)(EncodedKey key);
 };
 
-constexpr Format kFormats[] = {{"pem", to_pem}, {"der", to_der}};
+constexpr Format kFormats[] = {
+    {"pem", [](EncodedKey key) { return write_pem(key.label, *key.der); }},
+    {"der", [](EncodedKey key) { return std::move(key.der); }},
+};
 
 void write(const std::string& name, const Options& options, const Secret& bytes, Access access) {
     Target target(name, options.force, access);
@@ -68,34 +34,46 @@ void write(const std::string& name, const Options& options, const Secret& bytes,
     target.keep();
 }
 
+std::unique_ptr<Key> make(const Options& options, const std::function<std::unique_ptr<Key>()>& maker) {
+    const LibraryQuiet quiet;
+    const Waiting waiting("searching", options.quiet);
+    try {
+        return maker();
+    } catch (const KeyError& error) {
+        throw InputError(display_name(*options.parameters) + ": " + error.what());
+    }
+}
+
 void generate(const Options& options) {
-    find_row(kAlgorithms, "ALGORITHM", options.algorithm);
-    const Kind& kind = find_row(kKinds, "--kind", options.kind);
+    const KeyKind& kind = find_key_kind("ALGORITHM", options.algorithm);
     const Format& format = find_row(kFormats, "--format", options.format);
-    if (options.bits < kind.least_bits || options.bits > kMostBits) {
-        throw UsageError("--bits of " + std::string(kind.name) + " is from " + std::to_string(kind.least_bits) + " to " +
-                         std::to_string(kMostBits));
-    }
-    if (options.exponent < 3 || options.exponent > UINT32_MAX || options.exponent % 2 == 0) {
-        throw UsageError("--exponent is an odd number from 3 to " + std::to_string(UINT32_MAX));
-    }
-    if (options.public_file == options.key_file) throw UsageError("--out and --public are the same");
+    if (options.public_file == options.out) throw UsageError("--out and --public are the same");
+    if (options.parameters_only && options.public_file) throw UsageError("parameters have no public key");
+    std::unique_ptr<Key> domain;
+    if (options.parameters) domain = read_key(*options.parameters, KeyPart::kParameters, &kind);
+    KeyOptions choice = options.choice;
+    choice.parameters_only = options.parameters_only;
+    const std::function<std::unique_ptr<Key>()> maker = kind.prepare(choice, domain.get());
     // Before a search that may take minutes.
-    Target::require_free(options.key_file, options.force);
+    Target::require_free(options.out, options.force);
     if (options.public_file) Target::require_free(*options.public_file, options.force);
 
-    const RsaKey key;
-    {
-        const LibraryQuiet quiet;
-        const Waiting waiting("searching", options.quiet);
-        kind.generate(key.get(), static_cast<std::int32_t>(options.bits), static_cast<std::uint32_t>(options.exponent));
+    const std::unique_ptr<Key> key = make(options, maker);
+    // Beside a key on standard output it would spoil DER.
+    const bool shares = options.out == kStandardOutput || options.public_file == kStandardOutput;
+    if (const std::string remark = key->remark(); !shares) {
+        print(remark);
+    } else {
+        static_cast<void>(std::fwrite(remark.data(), 1, remark.size(), stderr));
     }
-    if (key.bits() == 0) throw std::bad_alloc();
+    if (options.parameters_only) {
+        return write(options.out, options, format.encode(key->encode(KeyPart::kParameters)), Access::kUsual);
+    }
     // The private key comes last: should both names lead to one file after all, it is the one that stays.
     if (options.public_file) {
-        write(*options.public_file, options, format.encode(key, KeyPart::kPublic), Access::kUsual);
+        write(*options.public_file, options, format.encode(key->encode(KeyPart::kPublic)), Access::kUsual);
     }
-    write(options.key_file, options, format.encode(key, KeyPart::kPrivate), Access::kOwner);
+    write(options.out, options, format.encode(key->encode(KeyPart::kPrivate)), Access::kOwner);
 }
 
 }  // namespace
@@ -103,10 +81,20 @@ void generate(const Options& options) {
 ExitCode run_genkey(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
     Options options;
-    line.add_option("ALGORITHM", options.algorithm, "rsa")->required()->type_name("");
-    line.add_option("--bits", options.bits, "Length of the modulus; default is 3072")->type_name("N");
-    line.add_option("--exponent", options.exponent, "The public exponent; default is 65537")->type_name("E");
-    line.add_option("--kind", options.kind, "plain, strong, x9 or strong-x9; default is plain")->type_name("KIND");
+    line.add_option("ALGORITHM", options.algorithm, "rsa, dsa, kcdsa or dh")->required()->type_name("");
+    line.add_option("--bits", options.choice.bits,
+                    "Length of the modulus; default is 3072, of dsa and kcdsa 1024, of dh 2048")
+        ->type_name("N");
+    line.add_option("--exponent", options.choice.exponent, "rsa: the public exponent; default is 65537")->type_name("E");
+    line.add_option("--subgroup-bits", options.choice.subgroup_bits, "dsa, kcdsa: length of the order q; default is 160")
+        ->type_name("N");
+    line.add_option("--generator", options.choice.generator, "dh: the generator; default is 2")->type_name("G");
+    line.add_option("--kind", options.choice.kind,
+                    "rsa: plain, strong, x9 or strong-x9; kcdsa: plain, seeded or builtin; default is plain")
+        ->type_name("KIND");
+    const CLI::Option* const parameters =
+        line.add_file("--params", "dsa, kcdsa, dh: take the parameters from those or the key in FILE")->type_name("FILE");
+    line.add_flag("--params-only", options.parameters_only, "dsa, kcdsa, dh: write the parameters, and no key");
     const CLI::Option* const key = line.add_file("--out", "Write the private key to KEY, - for standard output");
     line.get_option("--out")->required()->type_name("KEY");
     const CLI::Option* const public_key = line.add_file("--public", "Write the public key to PUBLIC")->type_name("PUBLIC");
@@ -114,20 +102,20 @@ ExitCode run_genkey(const Verb& verb, const Arguments& arguments) {
     line.add_flag("--force", options.force, "Replace files that exist");
     line.add_flag("--quiet", options.quiet, "Do not show on a terminal how long the search has taken");
     line.footer(
-        "Keys are written in the forms of PKCS #1, the private one, where the system has such permissions, for\n"
-        "nobody but the owner to read. strong has safe primes, which takes minutes for 2048 bits. x9 has primes in\n"
-        "the manner of ANSI X9.31, and strong-x9 builds these on safe primes.\n"
+        "Private keys are, where the system has such permissions, for nobody but the owner to read. RSA keys are\n"
+        "written in the forms of PKCS #1, private DSA keys in OpenSSL's, all others in those of PKCS #8 and X.509.\n"
+        "strong has safe primes, which takes minutes for 2048 bits. x9 has primes in the manner of ANSI X9.31, and\n"
+        "strong-x9 builds these on safe primes. seeded draws the parameters from a seed, which is printed with the\n"
+        "count that it led to, so that others can repeat it; builtin takes those of the library. dh searches for a\n"
+        "safe prime, a minute or more for 2048 bits: make parameters once, and keys for both sides with --params.\n"
+        "Parameters from a file are tested.\n"
         "\n"
-        "Exit codes: 0 good, 2 wrong usage, 3 no memory or a file cannot be written.");
+        "Exit codes: 0 good, 2 wrong usage, 3 no memory or a file cannot be read or written.");
     if (const auto code = line.read(arguments)) return *code;
-    options.key_file = key->results().front();
+    options.out = key->results().front();
     if (!public_key->empty()) options.public_file = public_key->results().front();
-    try {
-        generate(options);
-        return kSuccess;
-    } catch (const UsageError& error) {
-        return usage_error(verb.name, error.what());
-    }
+    if (!parameters->empty()) options.parameters = parameters->results().front();
+    return carry_out(verb, [&] { generate(options); });
 }
 
 }  // namespace morvane::tool

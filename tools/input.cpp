@@ -11,6 +11,8 @@ namespace morvane::tool {
 namespace {
 
 constexpr std::size_t kLineBuffer = 1 << 16;
+constexpr std::size_t kReadBytes = 1 << 20;
+constexpr std::size_t kMostBytes = INT32_MAX;  // of what the library takes in one call
 
 [[noreturn]] void fail(const std::string& name) {
     const std::string reason = std::strerror(errno);
@@ -43,6 +45,27 @@ std::size_t Input::read(std::span<std::uint8_t> buffer) {
     const std::size_t size = std::fread(buffer.data(), 1, buffer.size(), file_.get());
     if (size < buffer.size() && std::ferror(file_.get()) != 0) fail(name_);
     return size;
+}
+
+Secret read_short(const std::string& name, std::size_t limit) {
+    Secret bytes(std::vector<std::uint8_t>(limit + 1));
+    const std::size_t size = Input(name).read(*bytes);
+    (*bytes).resize(size);
+    return bytes;
+}
+
+std::vector<std::uint8_t> read_whole(const std::string& name) {
+    Input input(name);
+    std::vector<std::uint8_t> bytes;
+    for (std::size_t size = 0;;) {
+        bytes.resize(size + kReadBytes);
+        const std::size_t more = input.read(std::span(bytes).subspan(size));
+        size += more;
+        if (size > kMostBytes) throw InputError(display_name(name) + ": is too long to be signed in this way");
+        if (more == kReadBytes) continue;
+        bytes.resize(size);
+        return bytes;
+    }
 }
 
 LineReader::LineReader(const std::string& name) : input_(name), buffer_(kLineBuffer) {}

@@ -1,6 +1,8 @@
 // Files and standard input, read from front to back.
 #pragma once
 
+#include "secret.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -40,6 +42,12 @@ private:
     std::string name_;
     std::unique_ptr<std::FILE, Close> file_;
 };
+
+// At most limit bytes of it and, of a longer one, one more.
+Secret read_short(const std::string& name, std::size_t limit);
+
+// All of it, as far as the library takes so much in one call. Throws InputError for more.
+std::vector<std::uint8_t> read_whole(const std::string& name);
 
 // The lines of an input, without their ends, LF or CR LF.
 class LineReader {

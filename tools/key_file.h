@@ -1,39 +1,42 @@
-// RSA keys and the files that hold them.
+// The files that hold keys, as far as all kinds of keys have it in common.
 #pragma once
 
-#include "secret.h"
+#include "der.h"
 
-#include <morvane/pk.h>
-
-#include <memory>
 #include <string>
 
 namespace morvane::tool {
 
-// A key, cleared at the end of its life.
-class RsaKey {
+// What a file holds, in DER or PEM, and of a SubjectPublicKeyInfo (X.509) or PrivateKeyInfo (PKCS #8) its parts.
+class KeyFile {
 public:
-    RsaKey();
+    enum class Wrapping { kNone, kPublic, kPrivate };
 
-    E_RSA_KEY* get() const { return record_.get(); }
-    std::size_t bits() const;
-    std::size_t bytes() const { return (bits() + 7) / 8; }  // of the modulus, and of what a key makes
+    // Throws InputError when it cannot be read, is too long or its PEM text is damaged.
+    explicit KeyFile(const std::string& name);
+
+    // Whether the file, if it has no wrapping, may be of the kind of this name. The label of PEM tells.
+    bool may_be(std::string_view kind) const;
+
+    Bytes all() const { return *bytes_; }
+    Wrapping wrapping() const { return wrapping_; }
+    // With a wrapping:
+    Bytes algorithm() const { return algorithm_; }    // the content of its OBJECT IDENTIFIER
+    Bytes parameters() const { return parameters_; }  // what follows it, whole
+    Bytes key() const { return key_; }
 
 private:
-    struct Wipe {
-        void operator()(E_RSA_KEY* key) const;
-    };
-    std::unique_ptr<E_RSA_KEY, Wipe> record_;
+    void unwrap_public();
+    void unwrap_private();
+    bool take_algorithm(Bytes& bytes);
+
+    std::string label_;
+    Secret bytes_;
+    Wrapping wrapping_ = Wrapping::kNone;
+    Bytes algorithm_, parameters_, key_;
 };
 
-enum class KeyPart { kPublic, kPrivate };
-
-// Reads a key in DER or PEM, as PKCS #1 has it or inside a SubjectPublicKeyInfo (X.509) or PrivateKeyInfo (PKCS #8). A
-// private key serves where a public one is wanted. Throws InputError.
-RsaKey read_rsa_key(const std::string& name, KeyPart wanted);
-
-// In the forms of PKCS #1.
-Secret to_der(const RsaKey& key, KeyPart part);
-Secret to_pem(const RsaKey& key, KeyPart part);
+Secret wrap_public(Bytes algorithm, Bytes parameters, Bytes key);
+Secret wrap_private(Bytes algorithm, Bytes parameters, Bytes key);
 
 }  // namespace morvane::tool

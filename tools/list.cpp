@@ -2,8 +2,8 @@
 #include "algorithms.h"
 #include "ciphers.h"
 #include "command_line.h"
+#include "key.h"
 #include "output.h"
-#include "rsa_schemes.h"
 #include "sources.h"
 
 #include <algorithm>
@@ -24,7 +24,7 @@ std::string padded(std::string text, std::size_t width) {
 ExitCode run_list(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
     line.footer(
-        "BYTES are those of the digest, for a cipher of the key and for rsa of the modulus; a random source gives\n"
+        "BYTES are those of the digest, for a cipher of the key and for public keys of the modulus; a random source gives\n"
         "any number.");
     if (const auto code = line.read(arguments)) return *code;
 
@@ -36,9 +36,9 @@ ExitCode run_list(const Verb& verb, const Arguments& arguments) {
     for (const Cipher& cipher : all_ciphers()) {
         rows.push_back({std::string(cipher.name), "cipher", cipher.key_lengths(), std::string(cipher.note)});
     }
-    std::string schemes;
-    for (const RsaScheme& scheme : kRsaSchemes) schemes += (schemes.empty() ? "" : ", ") + std::string(scheme.name);
-    rows.push_back({"rsa", "public-key", "4-" + std::to_string(4 * E_RSA_MODULUS_WORDS), "schemes: " + schemes});
+    for (const KeyKind& kind : all_key_kinds()) {
+        rows.push_back({std::string(kind.name), "public-key", std::string(kind.sizes), std::string(kind.note)});
+    }
     for (const RandomSource& source : all_random_sources()) {
         rows.push_back({std::string(source.name), "random", "any", std::string(source.note)});
     }

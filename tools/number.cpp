@@ -1,6 +1,7 @@
 #include "number.h"
 
 #include "hex.h"
+#include "secret.h"
 
 #include <morvane/bignum.h>
 
@@ -31,7 +32,10 @@ Number::Number(std::uint32_t words) : record_(EN_Create(words)) {
     record_->length = 0;
 }
 
-void Number::Destroy::operator()(ENUM* x) const { EN_Destroy(x); }
+void Number::Destroy::operator()(ENUM* x) const {
+    wipe({reinterpret_cast<std::uint8_t*>(x->words), 4 * static_cast<std::size_t>(std::max(x->length, 0))});
+    EN_Destroy(x);
+}
 
 std::uint32_t Number::bits() const { return EN_GetFilledBitNum(get()); }
 

@@ -11,6 +11,7 @@
 
 namespace morvane::tool {
 
+// The value is cleared at the end of its life.
 class Number {
 public:
     // 0, with room for so many words. Throws std::bad_alloc.

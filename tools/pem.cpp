@@ -26,6 +26,9 @@ std::optional<PemBlock> read_pem(std::string_view text) {
     text.remove_prefix(std::min(label.size() + kDashes.size(), text.size()));
     const std::size_t end = text.find(std::string(kEnd).append(label).append(kDashes));
     if (end == std::string_view::npos) throw PemError("its PEM text has no end");
+    if (label.ends_with("PARAMETERS")) {
+        if (std::optional<PemBlock> key = read_pem(text.substr(end + 1))) return key;
+    }
     const std::string_view body = text.substr(0, end);
     if (label.find("ENCRYPTED") != std::string_view::npos || body.find("ENCRYPTED") != std::string_view::npos) {
         throw PemError("the key in it is enciphered under a password, which this command does not read");

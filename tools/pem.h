@@ -20,7 +20,8 @@ struct PemError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// The first block of the text; nothing when it has none.
+// The first block of the text, past parameters that stand before a key, as some programs write them. Nothing when it has
+// none.
 std::optional<PemBlock> read_pem(std::string_view text);
 
 // The text of a block, as bytes.

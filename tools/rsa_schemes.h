@@ -1,7 +1,7 @@
 // The RSA schemes the command knows by name, over the library's functions.
 #pragma once
 
-#include "key_file.h"
+#include "rsa_key.h"
 
 #include <cstdint>
 #include <optional>
@@ -47,12 +47,14 @@ inline constexpr RsaScheme kRsaSchemes[] = {
 };
 
 struct RsaJob {
+    explicit RsaJob(const RsaKey& its_key) : key(its_key) {}
+
     Padding padding = Padding::kPkcs1;
     const RsaHash* hash = nullptr;
     const RsaHash* mask_hash = nullptr;
     std::vector<std::uint8_t> label;
     std::int32_t salt_bytes = 0;
-    RsaKey key;
+    const RsaKey& key;
 };
 
 // Of a plaintext, as long as the key has room for one; nothing for a key that is too short for the scheme.

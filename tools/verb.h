@@ -26,6 +26,9 @@ ExitCode run_decrypt(const Verb& verb, const Arguments& arguments);
 ExitCode run_random(const Verb& verb, const Arguments& arguments);
 ExitCode run_prime(const Verb& verb, const Arguments& arguments);
 ExitCode run_genkey(const Verb& verb, const Arguments& arguments);
+ExitCode run_sign(const Verb& verb, const Arguments& arguments);
+ExitCode run_verify(const Verb& verb, const Arguments& arguments);
+ExitCode run_derive(const Verb& verb, const Arguments& arguments);
 ExitCode run_rsa(const Verb& verb, const Arguments& arguments);
 ExitCode run_list(const Verb& verb, const Arguments& arguments);
 

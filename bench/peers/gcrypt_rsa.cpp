@@ -1,28 +1,9 @@
 #include "rsa.h"
 
-#include <gcrypt.h>
+#include "gcrypt_expression.h"
 
 namespace morvane::bench {
 namespace {
-
-using Expression = std::unique_ptr<gcry_sexp, decltype(&gcry_sexp_release)>;
-
-// With a buffer for each %b.
-template <typename... Numbers>
-Expression build(const char* format, const Numbers&... numbers) {
-    gcry_sexp_t expression = nullptr;
-    void* arguments[2 * sizeof...(numbers) + 1];
-    int sizes[sizeof...(numbers) + 1];
-    const unsigned char* octets[sizeof...(numbers) + 1];
-    std::size_t count = 0;
-    ((sizes[count] = static_cast<int>(numbers.size()), octets[count] = numbers.data(), ++count), ...);
-    for (std::size_t i = 0; i < count; ++i) {
-        arguments[2 * i] = &sizes[i];
-        arguments[2 * i + 1] = &octets[i];
-    }
-    gcry_sexp_build_array(&expression, nullptr, format, arguments);
-    return {expression, gcry_sexp_release};
-}
 
 const Octets kExponent = {1, 0, 1};  // 65537
 
@@ -41,12 +22,8 @@ public:
         gcry_sexp_t made = nullptr;
         if (gcry_pk_sign(&made, message_.get(), private_.get()) != 0) return {};
         const Expression result(made, gcry_sexp_release);
-        const Expression value(gcry_sexp_find_token(made, "s", 1), gcry_sexp_release);
-        std::size_t length = 0;
-        const char* const octets = gcry_sexp_nth_data(value.get(), 1, &length);
         Octets signature(from_.n.size());
-        length = std::min(length, signature.size());
-        std::copy_n(octets, length, signature.end() - static_cast<std::ptrdiff_t>(length));
+        get(made, "s", signature.data(), signature.size());
         return signature;
     }
     Octets recover() const {

@@ -8,6 +8,7 @@ import binascii
 import errno
 import hashlib
 import os
+import re
 import signal
 import subprocess
 import sys
@@ -80,6 +81,15 @@ class ToolTest(unittest.TestCase):
         elif code == GOOD and done.stderr is not None:
             self.assertEqual(done.stderr, b"")
         return done.stdout, done.stderr
+
+    def openssl(self, *arguments, code=0):
+        done = subprocess.run(["openssl", *arguments], capture_output=True, timeout=120)
+        self.assertEqual(done.returncode, code, (arguments, done))
+        return done.stdout
+
+    def read(self, name):
+        with open(name, "rb") as file:
+            return file.read()
 
 
 class DigestTest(ToolTest):
@@ -352,11 +362,6 @@ class PrimeTest(ToolTest):
 class RsaTest(ToolTest):
     """Against the openssl command of the system that runs the tests."""
 
-    def openssl(self, *arguments, code=0):
-        done = subprocess.run(["openssl", *arguments], capture_output=True, timeout=120)
-        self.assertEqual(done.returncode, code, (arguments, done))
-        return done.stdout
-
     def make_keys(self, *options):
         self.run_tool("genkey", "rsa", "--bits", "1024", "--out", "key", "--public", "public", *options)
 
@@ -472,6 +477,153 @@ class RsaTest(ToolTest):
         self.assertEqual(sorted(os.listdir()), names)
 
 
+def der(tag, *parts):
+    """An element of DER; numbers among its parts become INTEGERs."""
+    content = b"".join(der(2, part.to_bytes(part.bit_length() // 8 + 1, "big")) if isinstance(part, int) else part for part in parts)
+    size = len(content)
+    length = bytes([size]) if size < 128 else bytes([0x81, size]) if size < 256 else bytes([0x82, size >> 8, size & 255])
+    return bytes([tag]) + length + content
+
+
+DH = bytes.fromhex("06092a864886f70d010301")  # dhKeyAgreement
+
+
+class KeyTest(ToolTest):
+    """DSA and Diffie-Hellman against the openssl command of the system that runs the tests."""
+
+    def verify(self, key, *options, code=GOOD, data=TEXT):
+        out, _ = self.run_tool("verify", "--key", key, "--signature", "signature", *options, stdin=data, code=code)
+        self.assertEqual(out, b"bad signature\n" if code else b"good signature\n")
+
+    def integers(self, name):
+        return [int(digits, 16) for digits in re.findall(rb"INTEGER +:(\w+)", self.openssl("asn1parse", "-in", name))]
+
+    def test_dsa(self):
+        self.write("data", TEXT)
+        self.run_tool("genkey", "dsa", "--bits", "1088", "--subgroup-bits", "256", "--out", "ours", "--public", "ours-public")
+        self.openssl("pkey", "-pubin", "-in", "ours-public", "-pubcheck", "-noout")
+        self.assertEqual(self.openssl("pkey", "-in", "ours", "-traditional"), self.read("ours"))
+        self.assertEqual(self.openssl("pkey", "-in", "ours", "-pubout"), self.read("ours-public"))
+        if not IS_WINDOWS:
+            self.assertEqual(os.stat("ours").st_mode & 0o777, 0o600)
+        self.openssl("genpkey", "-genparam", "-algorithm", "DSA", "-pkeyopt", "dsa_paramgen_bits:1024", "-out", "parameters")
+        self.run_tool("genkey", "dsa", "--params", "parameters", "--out", "new", "--public", "new-public", "--format", "der")
+        self.run_tool("genkey", "dsa", "--params", "new", "--params-only", "--out", "same")
+        self.assertEqual(self.read("same"), self.read("parameters"))
+        self.openssl("pkey", "-pubin", "-in", "new-public", "-pubcheck", "-noout")
+        for key, public, hashes in (("ours", "ours-public", (None, "has160", "sha256")), ("new", "new-public", ("ripemd160",))):
+            for name in hashes:
+                options = ("--hash", name) if name else ()
+                self.run_tool("sign", "--key", key, *options, "data", "signature", "--force")
+                if name != "has160":
+                    self.openssl("dgst", f"-{name or 'sha1'}", "-verify", public, "-signature", "signature", "data")
+                    self.openssl("dgst", f"-{name or 'sha1'}", "-sign", key, "-out", "signature", "data")
+                self.verify(public, *options)
+                self.verify(public, *options, data=TEXT + b"0", code=MISMATCH)
+        # PKCS #8 has no public key; parameters often stand before a key
+        self.openssl("pkey", "-in", "ours", "-out", "pkcs8")
+        self.write("pkcs8", self.read("parameters") + self.read("pkcs8"))
+        self.run_tool("sign", "--key", "pkcs8", "data", "signature", "--force")
+        self.verify("pkcs8")
+        self.openssl("dgst", "-sha1", "-verify", "ours-public", "-signature", "signature", "data")
+        # the library alone takes these numbers for a signature of everything
+        self.write("signature", der(0x30, 1, 0))
+        self.verify("ours-public", code=MISMATCH)
+        self.run_tool("sign", "--key", "new", "--hash", "sha256", code=INPUT_OUTPUT)  # longer than q
+
+    def test_kcdsa(self):
+        for kind in ("plain", "seeded", "builtin")[IS_WINDOWS:]:
+            out, _ = self.run_tool("genkey", "kcdsa", "--kind", kind, "--out", "key", "--public", "public", "--force")
+            self.assertRegex(out, rb"^seed: [0-9a-f]{40}\ncount: [1-9]\d*\n$" if kind == "seeded" else b"^$")
+        self.assertIn(b":1.2.410.200004.1.1", self.openssl("asn1parse", "-in", "public"))
+        self.run_tool("genkey", "kcdsa", "--params-only", "--params", "key", "--out", "parameters")
+        self.run_tool("genkey", "kcdsa", "--params", "parameters", "--out", "second", "--public", "second-public")
+        for options in ((), ("--hash", "sha1"), ("--old",), ("--old", "--hash", "md5")):
+            signature, _ = self.run_tool("sign", "--key", "second", *options, stdin=TEXT)
+            self.write("signature", signature)
+            self.verify("second", *options)
+            self.verify("second-public", *options)
+            self.verify("second-public", *options, data=TEXT[1:], code=MISMATCH)
+            self.verify("public", *options, code=MISMATCH)
+            self.write("signature", signature[:-1] + bytes([signature[-1] ^ 1]))
+            self.verify("second-public", *options, code=MISMATCH)
+        # without an algorithm's name, numbers are taken for DSA's unless the label or an option tells
+        p, q, g = self.integers("parameters")
+        x = q // 3
+        y = pow(g, pow(x, -1, q), p)
+        for label in (None, b"KCDSA PRIVATE KEY"):
+            bare = der(0x30, 0, p, q, g, y, x)
+            self.write("bare", b"-----BEGIN %s-----\n%s-----END %s-----\n" % (label, binascii.b2a_base64(bare), label) if label else bare)
+            kind = () if label else ("--kind", "kcdsa")
+            self.write("signature", self.run_tool("sign", "--key", "bare", *kind, stdin=TEXT)[0])
+            self.verify("bare", *kind)
+            # the same x without y
+            self.write("wrapped", der(0x30, 0, der(0x30, bytes.fromhex("06082a831a8c9a440101"), der(0x30, p, q, g)), der(4, x)))
+            self.verify("wrapped")
+        for damaged in (der(0x30, 0, p, q, g, y, x + 1), der(0x30, 0, p, q, g, y, 0), der(0x30, 0, p, q, g, y, q), der(0x30, 0, p, q + 1, g, y, x)):
+            self.write("bare", damaged)
+            self.run_tool("sign", "--key", "bare", "--kind", "kcdsa", stdin=TEXT, code=INPUT_OUTPUT)
+        for domain in (der(0x30, p, q, g + 1), der(0x30, p + 2 * q, q, g), der(0x30, p, 3 * q, g)):
+            self.write("bad", domain)
+            self.run_tool("genkey", "kcdsa", "--params", "bad", "--out", "new", code=INPUT_OUTPUT)
+
+    def test_dh(self):
+        self.run_tool("genkey", "dh", "--bits", "512", "--generator", "5", "--params-only", "--out", "parameters")
+        self.openssl("pkeyparam", "-in", "parameters", "-check", "-noout")
+        self.run_tool("genkey", "dh", "--params", "parameters", "--out", "ours", "--public", "ours-public")
+        self.openssl("genpkey", "-paramfile", "parameters", "-out", "theirs")
+        self.openssl("pkey", "-in", "theirs", "-pubout", "-outform", "der", "-out", "theirs-public")
+        self.openssl("pkey", "-in", "ours", "-check", "-noout")
+        secret = self.openssl("pkeyutl", "-derive", "-inkey", "theirs", "-peerkey", "ours-public")
+        self.assertEqual(self.run_tool("derive", "--key", "ours", "--peer", "theirs-public")[0], secret)
+        self.run_tool("derive", "--key", "theirs", "--peer", "ours", "--format", "hex", "secret")
+        self.assertEqual(self.read("secret"), binascii.hexlify(secret) + b"\n")
+        # with a length for x, which OpenSSL writes too
+        self.openssl("genpkey", "-genparam", "-algorithm", "DH", "-pkeyopt", "group:ffdhe2048", "-out", "group")
+        self.write("group", der(0x30, *self.integers("group"), 300))
+        self.run_tool("genkey", "dh", "--params", "group", "--out", "group-key")
+        self.assertRegex(self.openssl("asn1parse", "-in", "group-key"), rb":012C\n.*OCTET STRING +\[HEX DUMP\]:022[56]")
+
+        # a secret with a zero in front
+        p, g = self.integers("parameters")
+        x = p // 3
+        self.write("ours", der(0x30, 0, der(0x30, DH, der(0x30, p, g)), der(4, x)))
+
+        def write_peer(y, g=g):
+            self.write("peer", der(0x30, der(0x30, DH, der(0x30, p, g)), der(3, b"\0", y)))
+
+        write_peer(next(y for y in range(2, 10000) if pow(y, x, p).bit_length() <= 504))
+        for ours, theirs in (((), "0"), (("--pad",), "1")):
+            self.assertEqual(self.run_tool("derive", "--key", "ours", "--peer", "peer", *ours)[0],
+                             self.openssl("pkeyutl", "-derive", "-inkey", "ours", "-peerkey", "peer", "-pkeyopt", "dh_pad:" + theirs))
+        for y, generator in ((0, g), (1, g), (p - 1, g), (p + 5, g), (4, g + 1)):
+            write_peer(y, generator)
+            self.assertEqual(self.run_tool("derive", "--key", "ours", "--peer", "peer", code=MISMATCH)[0], b"")
+        for bad in (der(0x30, p + 2, g), der(0x30, p, g, 100)):  # no prime; a short x
+            self.write("bad", bad)
+            self.run_tool("genkey", "dh", "--params", "bad", "--out", "new", code=INPUT_OUTPUT)
+
+    def test_wrong_usage(self):
+        self.run_tool("genkey", "dsa", "--bits", "512", "--out", "dsa", "--public", "public")
+        self.run_tool("genkey", "dh", "--bits", "64", "--out", "dh")
+        names = sorted(os.listdir())
+        new = ("--out", "new")
+        cases = (("genkey", "dsa", "--kind", "seeded", *new), ("genkey", "kcdsa", "--kind", "seeded", "--bits", "1023", *new),
+                 ("genkey", "kcdsa", "--kind", "builtin", "--bits", "1024", *new), ("genkey", "dsa", "--subgroup-bits", "1024", *new),
+                 ("genkey", "dsa", "--params", "dsa", "--bits", "512", *new), ("genkey", "rsa", "--params-only", *new),
+                 ("genkey", "dsa", "--params-only", "--public", "other", *new), ("genkey", "dh", "--generator", "1", *new),
+                 ("genkey", "rsa", "--generator", "2", *new), ("sign",), ("verify", "--key", "public"), ("derive", "--key", "dh"),
+                 ("sign", "--key", "dsa", "--old"), ("sign", "--key", "dsa", "--salt", "1"), ("sign", "--key", "dsa", "--hash", "none"),
+                 ("sign", "--key", "-"), ("sign", "--key", "dsa", "--kind", "none"))
+        for arguments in cases[::5] if IS_WINDOWS else cases:
+            self.assertEqual(self.run_tool(*arguments, code=USAGE)[0], b"", arguments)
+        for arguments in (("sign", "--key", "public"), ("sign", "--key", "dh"), ("derive", "--key", "dsa", "--peer", "dsa"),
+                          ("genkey", "dh", "--params", "dsa", *new), ("sign", "--kind", "kcdsa", "--key", "dh"),
+                          ("genkey", "dsa", "--out", "public")):
+            self.assertEqual(self.run_tool(*arguments, code=INPUT_OUTPUT)[0], b"", arguments)
+        self.assertEqual(sorted(os.listdir()), names)
+
+
 class CommandTest(ToolTest):
     def test_wrong_usage(self):
         verbs = {"": ["", "nothing", "help nothing", "list sha1"], "digest": ["", "nothing", "sha1 --nothing", "sha1 --quiet"],
@@ -500,7 +652,8 @@ class CommandTest(ToolTest):
     def test_help_names_every_verb_and_option(self):
         out, _ = self.run_tool("help")
         verbs = [line.split()[0].decode() for line in out.split(b"\n") if line.startswith(b"  ")]
-        self.assertEqual(verbs, ["digest", "encrypt", "decrypt", "random", "prime", "genkey", "rsa", "list", "version", "help"])
+        self.assertEqual(verbs, ["digest", "encrypt", "decrypt", "random", "prime", "genkey", "sign", "verify", "derive", "rsa", "list", "version",
+                                 "help"])
         self.assertEqual(self.run_tool("-h")[0], out)
         out, _ = self.run_tool("help", "digest")
         self.assertRegex(out, rb"(?s)ALGORITHM.*FILE.*--check.*--quiet.*Exit codes")

@@ -1,0 +1,11 @@
+// Diffie-Hellman keys, for the table of kinds.
+#pragma once
+
+#include "key.h"
+
+namespace morvane::tool {
+
+std::unique_ptr<Key> read_dh_key(const KeyFile& file);
+std::function<std::unique_ptr<Key>()> prepare_dh_key(const KeyOptions& options, const Key* domain);
+
+}  // namespace morvane::tool
