@@ -275,7 +275,7 @@ TEST(EcDiagnostics, PrintTheirLines) {
     std::fflush(stdout);
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "x : ABCDEF4321\ny : 000100\nz : 00001\n"
-              "result:\n4A96B5688EF573284664698968C38BB913CBFC82\nDC59D7AACE976B82A62336EDFBDCAEC8053A04CD\n");
+              "result:\n4A96B5688EF573284664698968C38BB913CBFC82\nDC59D7AACE976B82A62336EDFBDCAEC853A04CD\n");
 }
 
 }  // namespace
