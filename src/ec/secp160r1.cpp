@@ -60,10 +60,9 @@ Jacobian multiply_point(const Word* k, const Affine& p) noexcept {
 }
 
 bool is_on_curve(const Affine& p) noexcept {
-    const Element x = canonical(p.x);
-    const Element three = add(add(x, x), x);
-    const Element right = subtract<2>(add(multiply(square(x), x), kB.limbs()), three);
-    return mask_if_multiple(subtract<3>(square(canonical(p.y)), right)) != 0;
+    const Element three = add(add(p.x, p.x), p.x);
+    const Element right = subtract<2>(add(multiply(square(p.x), p.x), element_of(kB.limbs())), three);  // 6
+    return mask_if_multiple(subtract<3>(square(p.y), right)) != 0;
 }
 
 }  // namespace morvane::ec::p160

@@ -6,7 +6,7 @@ namespace {
 
 constexpr Comb<Affine> make_comb() noexcept {
     Comb<Jacobian> points{};
-    Jacobian step = jacobian({kBaseX.limbs(), kBaseY.limbs()});
+    Jacobian step = jacobian({element_of(kBaseX.limbs()), element_of(kBaseY.limbs())});
     for (auto& row : points) {
         row[0] = step;
         const Jacobian two = twice(step);
@@ -28,8 +28,8 @@ constexpr Comb<Affine> make_comb() noexcept {
         const Element z = multiply(inverse, products[i]);
         inverse = multiply(inverse, point.z);
         const Element zz = square(z);
-        comb[i / kCombOdds][i % kCombOdds] = {canonical(multiply(point.x, zz)),
-                                              canonical(multiply(multiply(point.y, zz), z))};
+        comb[i / kCombOdds][i % kCombOdds] = {element_of(canonical(multiply(point.x, zz))),
+                                              element_of(canonical(multiply(multiply(point.y, zz), z)))};
     }
     return comb;
 }
