@@ -6,9 +6,9 @@
 #include "bignum/limb.h"
 
 #if UINTPTR_MAX > 0xffffffffU
-#include "ec/field_p160_digits.h"
+#include "ec/multiply_p160_54.h"
 #else
-#include "ec/field_p160_limbs.h"
+#include "ec/multiply_p160_27.h"
 #endif
 
 namespace morvane::ec::p160 {
