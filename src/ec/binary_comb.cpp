@@ -1,16 +1,11 @@
 // The tables over the base points of the curves over GF(2^163), made when they are first asked for.
 #include "ec/binary_field.h"
 
-#define MORVANE_INLINE constexpr
+#define MORVANE_INLINE inline
 
 namespace morvane::ec {
 namespace {
-
 using Element = Polynomial;
-
-constexpr Element load(const Polynomial& a) noexcept { return a; }
-constexpr Polynomial store(const Element& a) noexcept { return a; }
-
 }  // namespace
 }  // namespace morvane::ec
 
