@@ -2,6 +2,8 @@
 
 #include "ec/recode.h"
 
+#include <cstdlib>
+
 namespace morvane::ec::p160 {
 namespace {
 
@@ -59,6 +61,41 @@ Jacobian multiply_point(const Word* k, const Affine& p) noexcept {
         sum = i != 0 ? plus(sum, addend) : plus_or_twice(sum, addend);
     }
     return multiple(sum, scalar);
+}
+
+// Digits that are odd or 0, with at least four zeros between others (the non-adjacent form of width 5): most steps are
+// doublings alone.
+Jacobian multiply_point_vt(const Word* k, const Affine& p) noexcept {
+    constexpr std::size_t kBits = 162;  // one more than n has
+    Word scalar[kWords];
+    scalar_reduce(scalar, kSecp160r1, k, kWords);
+    std::array<std::int32_t, kBits> digits{};
+    Word carry = 0;
+    for (std::size_t i = 0; i < kBits;) {
+        if (bits_at(scalar, i, 1) == carry) {
+            ++i;
+            continue;
+        }
+        const Word window = bits_at(scalar, i, kWindowBits) + carry;
+        carry = window >> (kWindowBits - 1);
+        digits[i] = static_cast<std::int32_t>(window) - static_cast<std::int32_t>(carry << kWindowBits);
+        i += kWindowBits;
+    }
+
+    std::array<Jacobian, kOdds / 2> odds;
+    odds[0] = jacobian(p);
+    const Jacobian two = twice(odds[0]);
+    for (std::size_t i = 1; i < odds.size(); ++i) odds[i] = plus(odds[i - 1], two);
+    Jacobian sum{kOne, kOne, {}};
+    for (std::size_t i = kBits; i-- != 0;) {
+        sum = twice(sum);
+        if (digits[i] == 0) continue;
+        Jacobian addend = odds[static_cast<std::size_t>(std::abs(digits[i])) / 2];
+        if (digits[i] < 0) addend.y = negate_if(~Mask{0}, addend.y);
+        const Jacobian next = plus(sum, addend);
+        sum = mask_if_multiple(next.z) == 0 ? next : plus_vt(sum, addend);
+    }
+    return sum;
 }
 
 bool is_on_curve(const Affine& p) noexcept {

@@ -16,6 +16,8 @@ const Comb<Affine>* base_comb() noexcept;
 Jacobian multiply_base(const Word* k) noexcept;
 Jacobian multiply_point(const Word* k, const Affine& p) noexcept;  // p is not the point at infinity
 
+Jacobian multiply_point_vt(const Word* k, const Affine& p) noexcept;  // the same in variable time
+
 // Whether the equation of the curve holds.
 bool is_on_curve(const Affine& p) noexcept;
 
