@@ -121,8 +121,7 @@ MORVANE_API int32_t MORVANE_CALL TORVA_V1_IsValidPoint(int32_t curve, const E_EC
  *   k      k_words words, from 0 to 6, otherwise -1 */
 MORVANE_API int32_t MORVANE_CALL TORVA_V1_ScalarMultiplicationOnEllipticCurves(int32_t curve, const E_EC_PARAMS* params,
                                                                                const uint32_t* k, int32_t k_words,
-                                                                               const TORVA_V1_POINT* p,
-                                                                               TORVA_V1_POINT* r);
+                                                                               const TORVA_V1_POINT* p, TORVA_V1_POINT* r);
 
 /* The same in projective coordinates; z of the result is 1 or 0. */
 MORVANE_API int32_t MORVANE_CALL TORVA_V1_psmul(int32_t curve, const E_EC_PARAMS* params, const uint32_t* k,
