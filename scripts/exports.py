@@ -16,7 +16,7 @@ import subprocess
 import sys
 from dataclasses import dataclass
 
-FAMILIES = ("K", "CSP", "E", "EN", "RAND", "TORVA")
+FAMILIES = ("K", "CSP", "E", "EN", "RAND", "TORVA", "ECC", "PRINT")
 CONVENTIONS = ("cdecl", "stdcall")
 
 

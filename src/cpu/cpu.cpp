@@ -33,6 +33,7 @@ Features detect() noexcept {
 
     Features result = kNone;
     if (has(edx, 26)) result |= kSse2;
+    if (has(ecx, 1)) result |= kClmul;
     if (has(ecx, 9)) result |= kSsse3;
     if (has(ecx, 19)) result |= kSse41;
 

@@ -1,0 +1,253 @@
+// Multiples and sums of points against OpenSSL.
+#include <openssl/ec.h>
+#include <openssl/obj_mac.h>
+
+#include "cpu/cpu.h"
+#include "ec/binary.h"
+#include "ec/curve.h"
+#include "internal/each_row.h"
+#include "support/bytes.h"
+
+#include <cstring>
+#include <memory>
+
+namespace {
+
+using namespace morvane;
+using namespace morvane::test;
+
+constexpr std::uint32_t kSeed = 20318;
+
+struct Curve {
+    std::int32_t id;
+    int nid;
+};
+constexpr Curve kCurves[] = {
+    {ec::kSect163k1, NID_sect163k1}, {ec::kC2pnb163v1, NID_X9_62_c2pnb163v1}, {ec::kSecp160r1, NID_secp160r1}};
+
+using Number = std::unique_ptr<BIGNUM, void (*)(BIGNUM*)>;
+using Group = std::unique_ptr<EC_GROUP, void (*)(EC_GROUP*)>;
+using Point = std::unique_ptr<EC_POINT, void (*)(EC_POINT*)>;
+
+struct Scalar {
+    std::uint32_t words[ec::kWords];
+};
+
+Number number_of(const std::uint32_t* words) {
+    Bytes octets(4 * ec::kWords);
+    for (std::size_t i = 0; i < octets.size(); ++i)
+        octets[octets.size() - 1 - i] = static_cast<std::uint8_t>(words[i / 4] >> 8 * (i % 4));
+    return {BN_bin2bn(octets.data(), static_cast<int>(octets.size()), nullptr), BN_free};
+}
+
+void words_of(std::uint32_t* words, const BIGNUM* number) {
+    std::uint8_t octets[4 * ec::kWords];
+    ASSERT_GT(BN_bn2lebinpad(number, octets, sizeof octets), 0);
+    std::memcpy(words, octets, sizeof octets);
+}
+
+bool are_equal(const TORVA_V1_POINT& a, const TORVA_V1_POINT& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+class PointsDifferential : public testing::TestWithParam<Curve> {
+protected:
+    const std::int32_t id = GetParam().id;
+    const Group group{EC_GROUP_new_by_curve_name(GetParam().nid), EC_GROUP_free};
+    const Number n = Number(BN_dup(EC_GROUP_get0_order(group.get())), BN_free);
+    Random random{kSeed};
+
+    // (0, 0) for the point at infinity.
+    TORVA_V1_POINT ours(const EC_POINT* theirs) const {
+        TORVA_V1_POINT r{};
+        if (EC_POINT_is_at_infinity(group.get(), theirs) != 0) return r;
+        const Number x(BN_new(), BN_free), y(BN_new(), BN_free);
+        EXPECT_EQ(EC_POINT_get_affine_coordinates(group.get(), theirs, x.get(), y.get(), nullptr), 1);
+        words_of(r.x, x.get());
+        words_of(r.y, y.get());
+        return r;
+    }
+
+    Point point() const { return {EC_POINT_new(group.get()), EC_POINT_free}; }
+
+    // u G + v p; null for 0.
+    Point multiple(const Scalar* u, const Scalar* v, const EC_POINT* p) const {
+        Point r = point();
+        const Number bu = u != nullptr ? number_of(u->words) : Number(nullptr, BN_free);
+        const Number bv = v != nullptr ? number_of(v->words) : Number(nullptr, BN_free);
+        EXPECT_EQ(EC_POINT_mul(group.get(), r.get(), bu.get(), v != nullptr ? p : nullptr, bv.get(), nullptr), 1);
+        return r;
+    }
+
+    // Numbers about the multiples of n and at the ends, and any others with runs of ones.
+    std::vector<Scalar> scalars(std::size_t more) {
+        std::vector<Scalar> all;
+        const Number number(BN_new(), BN_free);
+        for (const BN_ULONG times : {0U, 1U, 2U, 3U}) {
+            for (int offset = -34; offset <= 34; ++offset) {
+                BN_copy(number.get(), n.get());
+                BN_mul_word(number.get(), times);
+                if (offset < 0 && times == 0) continue;
+                if (offset < 0) BN_sub_word(number.get(), static_cast<BN_ULONG>(-offset));
+                if (offset > 0) BN_add_word(number.get(), static_cast<BN_ULONG>(offset));
+                words_of(all.emplace_back().words, number.get());
+            }
+        }
+        Scalar wrap;  // 2^161 - n: the two last digits of the comb meet the same point
+        BN_zero(number.get());
+        BN_set_bit(number.get(), 161);
+        BN_sub(number.get(), number.get(), n.get());
+        if (BN_is_negative(number.get()) == 0) {
+            words_of(wrap.words, number.get());
+            all.push_back(wrap);
+        }
+        std::memset(wrap.words, 0xff, sizeof wrap.words);
+        all.push_back(wrap);
+        while (more-- != 0) {
+            for (std::uint32_t& word : all.emplace_back().words) {
+                const std::uint32_t kind = random.below(4);
+                word = kind == 0 ? 0 : kind == 1 ? 0xffffffff : random.below(0xffffffff);
+            }
+        }
+        return all;
+    }
+};
+
+TEST_P(PointsDifferential, MultiplesOfPoints) {
+    const std::vector<Scalar> all = scalars(300);
+    const auto check = [&] {
+        Point p = multiple(&all[1], nullptr, nullptr);
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            SCOPED_TRACE("scalar " + std::to_string(i) + ", seed " + std::to_string(kSeed));
+            const Scalar& k = all[i];
+            const Scalar& other = all[random.below(static_cast<std::uint32_t>(all.size()))];
+            TORVA_V1_POINT r;
+            std::memset(&r, 0x5a, sizeof r);
+            const Point base = multiple(&k, nullptr, nullptr);
+            ASSERT_EQ(ec::multiply_base(r, id, k.words), EC_POINT_is_at_infinity(group.get(), base.get()) == 0);
+            ASSERT_TRUE(are_equal(r, ours(base.get())));
+            const Point product = multiple(nullptr, &k, p.get());
+            ASSERT_EQ(ec::multiply(r, id, k.words, ours(p.get())),
+                      EC_POINT_is_at_infinity(group.get(), product.get()) == 0);
+            ASSERT_TRUE(are_equal(r, ours(product.get())));
+            const Point both = multiple(&k, &other, p.get());
+            ASSERT_EQ(ec::multiply_two_vt(r, id, k.words, other.words, ours(p.get())),
+                      EC_POINT_is_at_infinity(group.get(), both.get()) == 0);
+            ASSERT_TRUE(are_equal(r, ours(both.get())));
+            p = multiple(&other, nullptr, nullptr);
+        }
+    };
+    if (id == ec::kSecp160r1) {
+        check();
+    } else {
+        with_each_row(ec::binary_multiply, [&](ec::BinaryMultiplyFn*) { check(); });
+    }
+}
+
+// The calls on projective points of any z, with sums of equal, opposite and infinite ones.
+TEST_P(PointsDifferential, ProjectivePoints) {
+    const std::vector<Scalar> all = scalars(40);
+    const auto projective = [&](const EC_POINT* theirs) {
+        const TORVA_V1_POINT affine = ours(theirs);
+        TORVA_V1_PROJECTIVE r;
+        EXPECT_EQ(TORVA_V1_toProjective(id, nullptr, &affine, &r), 0);
+        return r;
+    };
+    const auto expect = [&](const TORVA_V1_PROJECTIVE& r, const EC_POINT* theirs) {
+        TORVA_V1_POINT affine;
+        EXPECT_EQ(TORVA_V1_toAffine(id, nullptr, &r, &affine), 0);
+        EXPECT_TRUE(are_equal(affine, ours(theirs)));
+    };
+    Point theirs = point();
+    EC_POINT_set_to_infinity(group.get(), theirs.get());
+    TORVA_V1_PROJECTIVE p = projective(theirs.get());
+    Point sum = point();
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        SCOPED_TRACE("scalar " + std::to_string(i) + ", seed " + std::to_string(kSeed));
+        const Scalar& k = all[i];
+        TORVA_V1_PROJECTIVE r;
+        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &p, &p, &r), 0);
+        EC_POINT_dbl(group.get(), sum.get(), theirs.get(), nullptr);
+        expect(r, sum.get());
+        EXPECT_EQ(TORVA_V1_pdouble(id, nullptr, &p, &r), 0);
+        expect(r, sum.get());
+        EC_POINT_copy(sum.get(), theirs.get());
+        EC_POINT_invert(group.get(), sum.get(), nullptr);
+        r = projective(sum.get());
+        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &p, &r, &r), 0);
+        EXPECT_TRUE(std::all_of(r.z, r.z + 6, [](std::uint32_t word) { return word == 0; }));
+        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &r, &p, &r), 0);
+        expect(r, theirs.get());
+
+        EXPECT_EQ(TORVA_V1_psmul(id, nullptr, k.words, 6, &p, &r), 0);
+        expect(r, multiple(nullptr, &k, theirs.get()).get());
+        if (i % 16 == 0) {
+            const TORVA_V1_POINT affine = ours(theirs.get());
+            TORVA_V1_POINT table[TORVA_V1_COMB_POINTS];
+            TORVA_V1_POINT product;
+            EXPECT_EQ(TORVA_V1_combPrecompute(id, nullptr, &affine, table), 0);
+            EXPECT_EQ(TORVA_V1_combMultiply(id, nullptr, k.words, 6, table, &product), 0);
+            EXPECT_TRUE(are_equal(product, ours(multiple(nullptr, &k, theirs.get()).get())));
+        }
+        const Point addend = multiple(&k, nullptr, nullptr);
+        r = projective(addend.get());
+        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &p, &r, &p), 0);
+        EC_POINT_add(group.get(), theirs.get(), theirs.get(), addend.get(), nullptr);
+        expect(p, theirs.get());
+    }
+}
+
+TEST_P(PointsDifferential, ScalarsModuloTheOrder) {
+    const Number mod(BN_new(), BN_free);
+    const std::unique_ptr<BN_CTX, void (*)(BN_CTX*)> ctx(BN_CTX_new(), BN_CTX_free);
+    const auto expect = [&](const std::uint32_t* found) {
+        Scalar expected;
+        words_of(expected.words, mod.get());
+        EXPECT_EQ(std::memcmp(found, expected.words, sizeof expected.words), 0);
+    };
+    const std::vector<Scalar> all = scalars(60);
+    for (std::size_t i = 1; i < all.size(); ++i) {
+        SCOPED_TRACE("scalar " + std::to_string(i) + ", seed " + std::to_string(kSeed));
+        Scalar a, b, r;
+        ec::scalar_reduce(a.words, id, all[i].words, 6);
+        ec::scalar_reduce(b.words, id, all[i - 1].words, 6);
+        const Number ours_a = number_of(a.words), ours_b = number_of(b.words), full = number_of(all[i].words);
+        BN_nnmod(mod.get(), full.get(), n.get(), ctx.get());
+        expect(a.words);
+        std::uint32_t wide[12];
+        std::copy_n(all[i - 1].words, 6, wide);
+        std::copy_n(all[i].words, 6, wide + 6);
+        ec::scalar_reduce(r.words, id, wide, 12);
+        BN_lshift(mod.get(), full.get(), 192);
+        BN_mod_add(mod.get(), mod.get(), number_of(all[i - 1].words).get(), n.get(), ctx.get());
+        expect(r.words);
+        ec::scalar_add(r.words, id, a.words, b.words);
+        BN_mod_add(mod.get(), ours_a.get(), ours_b.get(), n.get(), ctx.get());
+        expect(r.words);
+        ec::scalar_subtract(r.words, id, a.words, b.words);
+        BN_mod_sub(mod.get(), ours_a.get(), ours_b.get(), n.get(), ctx.get());
+        expect(r.words);
+        ec::scalar_multiply(r.words, id, a.words, b.words);
+        BN_mod_mul(mod.get(), ours_a.get(), ours_b.get(), n.get(), ctx.get());
+        expect(r.words);
+        ec::scalar_invert(r.words, id, a.words);
+        if (BN_mod_inverse(mod.get(), ours_a.get(), n.get(), ctx.get()) == nullptr) BN_zero(mod.get());
+        expect(r.words);
+    }
+}
+
+TEST(CombOnce, IsMadeOnceAndNobodyWaits) {
+    ec::CombOnce<int> once;
+    int calls = 0;
+    const auto make = [&](ec::Comb<int>& comb) {
+        EXPECT_EQ(once.get([](ec::Comb<int>&) { FAIL(); }), nullptr);
+        comb[0][0] = ++calls;
+    };
+    const ec::Comb<int>* const comb = once.get(make);
+    ASSERT_NE(comb, nullptr);
+    EXPECT_EQ(once.get(make), comb);
+    EXPECT_EQ((*comb)[0][0], 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Curves, PointsDifferential, testing::ValuesIn(kCurves),
+                         [](const auto& row) { return std::to_string(row.param.id); });
+
+}  // namespace
