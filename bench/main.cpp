@@ -29,12 +29,14 @@ Rows all_rows([[maybe_unused]] bool portable) {
     add_streams(all);
     add_our_numbers(all);
     add_our_rsa(all);
+    add_our_ec_schemes(all);
 #if defined(WITH_OPENSSL)
     add_openssl(all);
     add_openssl_ciphers(all);
     add_openssl_low_ciphers(all);
     add_openssl_numbers(all);
     add_openssl_rsa(all);
+    add_openssl_ec_schemes(all);
 #endif
 #if defined(WITH_NETTLE)
     add_nettle(all);

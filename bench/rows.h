@@ -1,4 +1,4 @@
-// What is measured: digests, ciphers in their modes, key set-ups, big numbers and RSA, of this library and of public ones.
+// What is measured: digests, ciphers in their modes, key set-ups, big numbers, RSA and curves, of this library and of public ones.
 #pragma once
 
 #include <cstddef>
@@ -45,6 +45,7 @@ void add_ours(Rows& all);
 void add_our_ciphers(Rows& all);
 void add_our_numbers(Rows& all);
 void add_our_rsa(Rows& all);
+void add_our_ec_schemes(Rows& all);
 // Their peer is this library's own mode function, "direct".
 void add_streams(Rows& all);
 
@@ -70,6 +71,7 @@ void add_gcrypt_numbers(Rows& all);
 void add_botan_numbers(Rows& all);
 void add_cryptopp_numbers(Rows& all);
 void add_openssl_rsa(Rows& all);
+void add_openssl_ec_schemes(Rows& all);
 void add_gcrypt_rsa(Rows& all);
 void add_botan_rsa(Rows& all);
 void add_cryptopp_rsa(Rows& all);
