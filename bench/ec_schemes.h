@@ -30,9 +30,9 @@ struct EcKey {
 const EcKey& ec_key(const NamedCurve& curve);
 
 // Six rows for each curve. `Schemes` is made from an EcKey and holds it in the form of its library. sign() makes a
-// signature with a hash of the message and a random scalar, verify(signature) tells whether it is one; the template's
-// argument is whether they are those of EC-KCDSA, for which a library that does not know it takes ECDSA. agree() gives the
-// shared secret. generate() makes a key pair and returns its point.
+// signature of the message, verify() tells whether it is one; the first argument is whether they are those of EC-KCDSA, for
+// which a library that does not know it takes ECDSA. agree() gives the shared secret. generate() makes a key pair and
+// returns its point.
 template <typename Schemes>
 void add_ec_schemes(Rows& all, const char* library) {
     struct Side {
@@ -52,18 +52,18 @@ void add_ec_schemes(Rows& all, const char* library) {
             all.push_back(std::move(row));
         };
         const auto as_it_is = [](Schemes&, const Octets& result) { return result; };
-        const auto add_signatures = [&](const char* sign, const char* verify, auto is_kcdsa) {
-            const auto made = [](Schemes& schemes) { return schemes.template sign<is_kcdsa>(); };
-            const auto check = [](Schemes& schemes, const Octets& signature) {
-                return Octets{static_cast<std::uint8_t>(schemes.template verify<is_kcdsa>(signature))};
+        const auto add_signatures = [&](const char* sign, const char* verify, bool is_kcdsa) {
+            const auto made = [is_kcdsa](Schemes& schemes) { return schemes.sign(is_kcdsa); };
+            const auto check = [is_kcdsa](Schemes& schemes, const Octets& signature) {
+                return Octets{static_cast<std::uint8_t>(schemes.verify(is_kcdsa, signature))};
             };
             add(sign, made, check);
-            const Octets signature = Schemes(key).template sign<is_kcdsa>();
+            const Octets signature = Schemes(key).sign(is_kcdsa);
             add(
                 verify, [check, signature](Schemes& schemes) { return check(schemes, signature); }, as_it_is);
         };
-        add_signatures("ecdsa-sign", "ecdsa-verify", std::false_type());
-        add_signatures("eckcdsa-sign", "eckcdsa-verify", std::true_type());
+        add_signatures("ecdsa-sign", "ecdsa-verify", false);
+        add_signatures("eckcdsa-sign", "eckcdsa-verify", true);
         add(
             "ecdh", [](Schemes& schemes) { return schemes.agree(); }, as_it_is);
         add(

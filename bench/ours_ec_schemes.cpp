@@ -27,21 +27,16 @@ class Schemes {
 public:
     explicit Schemes(const EcKey& from) : id_(from.curve.id), from_(from) { E_ECParams_Init(id_, &params_); }
 
-    template <bool IsKcdsa>
-    Octets sign() const {
+    Octets sign(bool is_kcdsa) const {
         return written_by([&](TORVA_V1_OPAQUE8* out) {
-            if constexpr (IsKcdsa) {
-                return E_ECKCDSA_Sign(id_, &params_, &message_, out, &kcdsa_d_, &kcdsa_q_);
-            } else {
-                return E_ECDSA_Sign(id_, &params_, &message_, out, &d_);
-            }
+            return is_kcdsa ? E_ECKCDSA_Sign(id_, &params_, &message_, out, &kcdsa_d_, &kcdsa_q_)
+                            : E_ECDSA_Sign(id_, &params_, &message_, out, &d_);
         });
     }
-    template <bool IsKcdsa>
-    bool verify(const Octets& signature) const {
+    bool verify(bool is_kcdsa, const Octets& signature) const {
         const TORVA_V1_OPAQUE8 block = record_of(signature);
-        return (IsKcdsa ? E_ECKCDSA_Verify(id_, &params_, &message_, &block, &kcdsa_q_)
-                        : E_ECDSA_Verify(id_, &params_, &message_, &block, &q_)) == 1;
+        return (is_kcdsa ? E_ECKCDSA_Verify(id_, &params_, &message_, &block, &kcdsa_q_)
+                         : E_ECDSA_Verify(id_, &params_, &message_, &block, &q_)) == 1;
     }
     Octets agree() const {
         return written_by([&](TORVA_V1_OPAQUE8* out) { return TORVA_V1_ECDHPrimitive(id_, &params_, &d_, &other_, out); });

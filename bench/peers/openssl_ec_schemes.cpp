@@ -18,8 +18,7 @@ public:
         EC_KEY_precompute_mult(key_.get(), nullptr);
     }
 
-    template <bool>
-    Octets sign() const {
+    Octets sign(bool) const {
         unsigned char digest[SHA_DIGEST_LENGTH];
         SHA1(from_.message.data(), from_.message.size(), digest);
         Octets signature(static_cast<std::size_t>(ECDSA_size(key_.get())));
@@ -28,8 +27,7 @@ public:
         signature.resize(size);
         return signature;
     }
-    template <bool>
-    bool verify(const Octets& signature) const {
+    bool verify(bool, const Octets& signature) const {
         unsigned char digest[SHA_DIGEST_LENGTH];
         SHA1(from_.message.data(), from_.message.size(), digest);
         return ECDSA_verify(0, digest, sizeof digest, signature.data(), static_cast<int>(signature.size()), key_.get()) ==
