@@ -8,6 +8,7 @@
 #include "internal/each_row.h"
 #include "support/bytes.h"
 
+#include <cstring>
 #include <memory>
 
 namespace {
@@ -45,7 +46,7 @@ void words_of(std::uint32_t* words, const BIGNUM* number) {
     std::memcpy(words, octets, sizeof octets);
 }
 
-bool operator_equal(const TORVA_V1_POINT& a, const TORVA_V1_POINT& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+bool are_equal(const TORVA_V1_POINT& a, const TORVA_V1_POINT& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 
 class PointsDifferential : public testing::TestWithParam<Curve> {
 protected:
@@ -80,7 +81,7 @@ protected:
     std::vector<Scalar> scalars(std::size_t more) {
         std::vector<Scalar> all;
         const Number number(BN_new(), BN_free);
-        for (const BN_ULONG times : {0, 1, 2, 3}) {
+        for (const BN_ULONG times : {0U, 1U, 2U, 3U}) {
             for (int offset = -34; offset <= 34; ++offset) {
                 BN_copy(number.get(), n.get());
                 BN_mul_word(number.get(), times);
@@ -122,15 +123,15 @@ TEST_P(PointsDifferential, MultiplesOfPoints) {
             std::memset(&r, 0x5a, sizeof r);
             const Point base = multiple(&k, nullptr, nullptr);
             ASSERT_EQ(ec::multiply_base(r, id, k.words), EC_POINT_is_at_infinity(group.get(), base.get()) == 0);
-            ASSERT_TRUE(operator_equal(r, ours(base.get())));
+            ASSERT_TRUE(are_equal(r, ours(base.get())));
             const Point product = multiple(nullptr, &k, p.get());
             ASSERT_EQ(ec::multiply(r, id, k.words, ours(p.get())),
                       EC_POINT_is_at_infinity(group.get(), product.get()) == 0);
-            ASSERT_TRUE(operator_equal(r, ours(product.get())));
+            ASSERT_TRUE(are_equal(r, ours(product.get())));
             const Point both = multiple(&k, &other, p.get());
             ASSERT_EQ(ec::multiply_two_vt(r, id, k.words, other.words, ours(p.get())),
                       EC_POINT_is_at_infinity(group.get(), both.get()) == 0);
-            ASSERT_TRUE(operator_equal(r, ours(both.get())));
+            ASSERT_TRUE(are_equal(r, ours(both.get())));
             p = multiple(&other, nullptr, nullptr);
         }
     };
@@ -141,7 +142,99 @@ TEST_P(PointsDifferential, MultiplesOfPoints) {
     }
 }
 
+// The calls on projective points of any z, with sums of equal, opposite and infinite ones.
+TEST_P(PointsDifferential, ProjectivePoints) {
+    const std::vector<Scalar> all = scalars(40);
+    const auto projective = [&](const EC_POINT* theirs) {
+        const TORVA_V1_POINT affine = ours(theirs);
+        TORVA_V1_PROJECTIVE r;
+        EXPECT_EQ(TORVA_V1_toProjective(id, nullptr, &affine, &r), 0);
+        return r;
+    };
+    const auto expect = [&](const TORVA_V1_PROJECTIVE& r, const EC_POINT* theirs) {
+        TORVA_V1_POINT affine;
+        EXPECT_EQ(TORVA_V1_toAffine(id, nullptr, &r, &affine), 0);
+        EXPECT_TRUE(are_equal(affine, ours(theirs)));
+    };
+    Point theirs = point();
+    EC_POINT_set_to_infinity(group.get(), theirs.get());
+    TORVA_V1_PROJECTIVE p = projective(theirs.get());
+    Point sum = point();
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        SCOPED_TRACE("scalar " + std::to_string(i) + ", seed " + std::to_string(kSeed));
+        const Scalar& k = all[i];
+        TORVA_V1_PROJECTIVE r;
+        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &p, &p, &r), 0);
+        EC_POINT_dbl(group.get(), sum.get(), theirs.get(), nullptr);
+        expect(r, sum.get());
+        EXPECT_EQ(TORVA_V1_pdouble(id, nullptr, &p, &r), 0);
+        expect(r, sum.get());
+        EC_POINT_copy(sum.get(), theirs.get());
+        EC_POINT_invert(group.get(), sum.get(), nullptr);
+        r = projective(sum.get());
+        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &p, &r, &r), 0);
+        EXPECT_TRUE(std::all_of(r.z, r.z + 6, [](std::uint32_t word) { return word == 0; }));
+        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &r, &p, &r), 0);
+        expect(r, theirs.get());
+
+        EXPECT_EQ(TORVA_V1_psmul(id, nullptr, k.words, 6, &p, &r), 0);
+        expect(r, multiple(nullptr, &k, theirs.get()).get());
+        if (i % 16 == 0) {
+            const TORVA_V1_POINT affine = ours(theirs.get());
+            TORVA_V1_POINT table[TORVA_V1_COMB_POINTS];
+            TORVA_V1_POINT product;
+            EXPECT_EQ(TORVA_V1_combPrecompute(id, nullptr, &affine, table), 0);
+            EXPECT_EQ(TORVA_V1_combMultiply(id, nullptr, k.words, 6, table, &product), 0);
+            EXPECT_TRUE(are_equal(product, ours(multiple(nullptr, &k, theirs.get()).get())));
+        }
+        const Point addend = multiple(&k, nullptr, nullptr);
+        r = projective(addend.get());
+        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &p, &r, &p), 0);
+        EC_POINT_add(group.get(), theirs.get(), theirs.get(), addend.get(), nullptr);
+        expect(p, theirs.get());
+    }
+}
+
+TEST_P(PointsDifferential, ScalarsModuloTheOrder) {
+    const Number mod(BN_new(), BN_free);
+    const std::unique_ptr<BN_CTX, void (*)(BN_CTX*)> ctx(BN_CTX_new(), BN_CTX_free);
+    const auto expect = [&](const std::uint32_t* found) {
+        Scalar expected;
+        words_of(expected.words, mod.get());
+        EXPECT_EQ(std::memcmp(found, expected.words, sizeof expected.words), 0);
+    };
+    const std::vector<Scalar> all = scalars(60);
+    for (std::size_t i = 1; i < all.size(); ++i) {
+        SCOPED_TRACE("scalar " + std::to_string(i) + ", seed " + std::to_string(kSeed));
+        Scalar a, b, r;
+        ec::scalar_reduce(a.words, id, all[i].words, 6);
+        ec::scalar_reduce(b.words, id, all[i - 1].words, 6);
+        const Number ours_a = number_of(a.words), ours_b = number_of(b.words), full = number_of(all[i].words);
+        BN_nnmod(mod.get(), full.get(), n.get(), ctx.get());
+        expect(a.words);
+        std::uint32_t wide[12];
+        std::copy_n(all[i - 1].words, 6, wide);
+        std::copy_n(all[i].words, 6, wide + 6);
+        ec::scalar_reduce(r.words, id, wide, 12);
+        BN_lshift(mod.get(), full.get(), 192);
+        BN_mod_add(mod.get(), mod.get(), number_of(all[i - 1].words).get(), n.get(), ctx.get());
+        expect(r.words);
+        ec::scalar_add(r.words, id, a.words, b.words);
+        BN_mod_add(mod.get(), ours_a.get(), ours_b.get(), n.get(), ctx.get());
+        expect(r.words);
+        ec::scalar_subtract(r.words, id, a.words, b.words);
+        BN_mod_sub(mod.get(), ours_a.get(), ours_b.get(), n.get(), ctx.get());
+        expect(r.words);
+        ec::scalar_multiply(r.words, id, a.words, b.words);
+        BN_mod_mul(mod.get(), ours_a.get(), ours_b.get(), n.get(), ctx.get());
+        expect(r.words);
+        ec::scalar_invert(r.words, id, a.words);
+        if (BN_mod_inverse(mod.get(), ours_a.get(), n.get(), ctx.get()) == nullptr) BN_zero(mod.get());
+        expect(r.words);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Curves, PointsDifferential, testing::ValuesIn(kCurves),
-                         [](const auto& info) { return std::to_string(info.param.id); });
+                         [](const auto& row) { return std::to_string(row.param.id); });
 
 }  // namespace
