@@ -1,22 +1,15 @@
 // The tables over the base points of the curves over GF(2^163), made when they are first asked for.
 #include "ec/binary_field.h"
 
-#define MORVANE_INLINE constexpr
+#define MORVANE_INLINE inline
 
 namespace morvane::ec {
 namespace {
-
 using Element = Polynomial;
-
-constexpr Element load(const Polynomial& a) noexcept { return a; }
-constexpr Polynomial store(const Element& a) noexcept { return a; }
-
 }  // namespace
 }  // namespace morvane::ec
 
 #include "ec/binary_points.h"
-
-#include <atomic>
 
 namespace morvane::ec {
 namespace {
@@ -72,16 +65,8 @@ void make_comb(Comb<BinaryPoint>& comb) noexcept {
 
 template <typename Curve>
 const Comb<BinaryPoint>* binary_comb() noexcept {
-    enum State { kNone, kBeingMade, kMade };
-    static constinit Comb<BinaryPoint> comb{};
-    static constinit std::atomic<State> state{kNone};
-    State found = state.load(std::memory_order_acquire);
-    if (found == kNone && state.compare_exchange_strong(found, kBeingMade, std::memory_order_relaxed)) {
-        make_comb<Curve>(comb);
-        state.store(kMade, std::memory_order_release);
-        found = kMade;
-    }
-    return found == kMade ? &comb : nullptr;
+    static constinit CombOnce<BinaryPoint> once;
+    return once.get(make_comb<Curve>);
 }
 
 template const Comb<BinaryPoint>* binary_comb<Sect163k1>() noexcept;

@@ -5,6 +5,10 @@
 
 namespace morvane::ec {
 
+// Elements are the polynomials themselves.
+constexpr Polynomial load(const Polynomial& a) noexcept { return a; }
+constexpr Polynomial store(const Polynomial& a) noexcept { return a; }
+
 constexpr Polynomial add(const Polynomial& a, const Polynomial& b) noexcept {
     return {{a.v[0] ^ b.v[0], a.v[1] ^ b.v[1], a.v[2] ^ b.v[2]}};
 }

@@ -2,16 +2,11 @@
 #include "ec/binary_field.h"
 
 #define MORVANE_TARGET
-#define MORVANE_INLINE constexpr
+#define MORVANE_INLINE inline
 
 namespace morvane::ec {
 namespace {
-
 using Element = Polynomial;
-
-constexpr Element load(const Polynomial& a) noexcept { return a; }
-constexpr Polynomial store(const Element& a) noexcept { return a; }
-
 }  // namespace
 }  // namespace morvane::ec
 

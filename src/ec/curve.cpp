@@ -9,15 +9,14 @@ namespace {
 
 bool put(TORVA_V1_POINT& r, const p160::Jacobian& p) noexcept {
     const p160::Affine point = p160::affine(p);
-    words_of(r.x, point.x);
-    words_of(r.y, point.y);
-    return mask_if_zero(point.x) == 0 || mask_if_zero(point.y) == 0;
+    p160::store(r, point);
+    return !p160::is_infinite(point);
 }
 
 // v p, also for the point at infinity.
 p160::Jacobian multiply_p160(const Word* v, const TORVA_V1_POINT& p) noexcept {
-    const p160::Affine point{p160::canonical(limbs_of(p.x)), p160::canonical(limbs_of(p.y))};
-    if (mask_if_zero(point.x) != 0 && mask_if_zero(point.y) != 0) return {p160::kOne, p160::kOne, {}};
+    const p160::Affine point = p160::load(p);
+    if (p160::is_infinite(point)) return {p160::kOne, p160::kOne, {}};
     return p160::multiply_point(v, point);
 }
 

@@ -30,26 +30,22 @@ class P160Curve {
 public:
     using Point = p160::Jacobian;
 
-    static Point load(const TORVA_V1_PROJECTIVE& p) noexcept {
-        return {p160::canonical(limbs_of(p.x)), p160::canonical(limbs_of(p.y)), p160::canonical(limbs_of(p.z))};
-    }
+    static Point load(const TORVA_V1_PROJECTIVE& p) noexcept { return {element(p.x), element(p.y), element(p.z)}; }
     static Point load(const TORVA_V1_POINT& p) noexcept {
-        const p160::Affine point{p160::canonical(limbs_of(p.x)), p160::canonical(limbs_of(p.y))};
-        const bool infinite = mask_if_zero(point.x) != 0 && mask_if_zero(point.y) != 0;
-        return infinite ? Point{p160::kOne, p160::kOne, {}} : jacobian(point);
+        const p160::Affine point = p160::load(p);
+        return p160::is_infinite(point) ? Point{p160::kOne, p160::kOne, {}} : jacobian(point);
     }
     static void store(TORVA_V1_PROJECTIVE& r, const Point& p) noexcept {
         words_of(r.x, p160::canonical(p.x));
         words_of(r.y, p160::canonical(p.y));
         words_of(r.z, p160::canonical(p.z));
     }
-    static void store(TORVA_V1_POINT& r, const Point& p) noexcept {
-        const p160::Affine point = affine(p);
-        words_of(r.x, point.x);
-        words_of(r.y, point.y);
-    }
+    static void store(TORVA_V1_POINT& r, const Point& p) noexcept { p160::store(r, affine(p)); }
     static Point twice(const Point& p) noexcept { return p160::twice(p); }
     static Point plus(const Point& p, const Point& q) noexcept { return plus_vt(p, q); }
+
+private:
+    static p160::Element element(const Word* words) noexcept { return p160::element_of(limbs_of(words)); }
 };
 
 class BinaryCurve {

@@ -34,9 +34,11 @@ Point entry(const std::array<Point, Size>& table, const OddDigit& digit) noexcep
 // The sum of the digits before number i is below 16^i, so no addition meets equal or opposite points, unless the last one
 // does, where numbers modulo n come around.
 Jacobian multiply_base(const Word* k) noexcept {
+    const Comb<Affine>* const comb = base_comb();
+    if (comb == nullptr) return multiply_point(k, base());
     const OddScalar scalar(kSecp160r1, k);
     const auto addend = [&](std::size_t i) {
-        return entry(kBaseComb[i], odd_digit<kCombBits>(scalar.get(), i, kCombDigits - 1));
+        return entry((*comb)[i], odd_digit<kCombBits>(scalar.get(), i, kCombDigits - 1));
     };
     Jacobian sum = jacobian(addend(0));
     for (std::size_t i = 1; i + 1 < kCombDigits; ++i) sum = plus(sum, addend(i));
@@ -60,10 +62,9 @@ Jacobian multiply_point(const Word* k, const Affine& p) noexcept {
 }
 
 bool is_on_curve(const Affine& p) noexcept {
-    const Element x = canonical(p.x);
-    const Element three = add(add(x, x), x);
-    const Element right = subtract<2>(add(multiply(square(x), x), kB.limbs()), three);
-    return mask_if_multiple(subtract<3>(square(canonical(p.y)), right)) != 0;
+    const Element three = add(add(p.x, p.x), p.x);
+    const Element right = subtract<2>(add(multiply(square(p.x), p.x), element_of(kB.limbs())), three);  // 6
+    return mask_if_multiple(subtract<3>(square(p.y), right)) != 0;
 }
 
 }  // namespace morvane::ec::p160

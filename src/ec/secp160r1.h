@@ -8,7 +8,10 @@ namespace morvane::ec::p160 {
 
 inline constexpr Constant kOrder(1, 0, 0, 0x0001f4c8, 0xf927aed3, 0xca752257);
 
-extern const Comb<Affine> kBaseComb;
+constexpr Affine base() noexcept { return {element_of(kBaseX.limbs()), element_of(kBaseY.limbs())}; }
+
+// The table over the base point, or null while another thread makes it.
+const Comb<Affine>* base_comb() noexcept;
 
 Jacobian multiply_base(const Word* k) noexcept;
 Jacobian multiply_point(const Word* k, const Affine& p) noexcept;  // p is not the point at infinity

@@ -1,12 +1,12 @@
-// The table over the base point of secp160r1.
+// The table over the base point of secp160r1, made when it is first asked for.
 #include "ec/secp160r1.h"
 
 namespace morvane::ec::p160 {
 namespace {
 
-constexpr Comb<Affine> make_comb() noexcept {
+void make_comb(Comb<Affine>& comb) noexcept {
     Comb<Jacobian> points{};
-    Jacobian step = jacobian({kBaseX.limbs(), kBaseY.limbs()});
+    Jacobian step = jacobian(base());
     for (auto& row : points) {
         row[0] = step;
         const Jacobian two = twice(step);
@@ -21,21 +21,22 @@ constexpr Comb<Affine> make_comb() noexcept {
         products[i] = product;
         product = multiply(product, points[i / kCombOdds][i % kCombOdds].z);
     }
-    Comb<Affine> comb{};
     Element inverse = invert(product);
     for (std::size_t i = products.size(); i-- != 0;) {
         const Jacobian& point = points[i / kCombOdds][i % kCombOdds];
         const Element z = multiply(inverse, products[i]);
         inverse = multiply(inverse, point.z);
         const Element zz = square(z);
-        comb[i / kCombOdds][i % kCombOdds] = {canonical(multiply(point.x, zz)),
-                                              canonical(multiply(multiply(point.y, zz), z))};
+        comb[i / kCombOdds][i % kCombOdds] = {element_of(canonical(multiply(point.x, zz))),
+                                              element_of(canonical(multiply(multiply(point.y, zz), z)))};
     }
-    return comb;
 }
 
 }  // namespace
 
-constinit const Comb<Affine> kBaseComb = make_comb();
+const Comb<Affine>* base_comb() noexcept {
+    static constinit CombOnce<Affine> once;
+    return once.get(make_comb);
+}
 
 }  // namespace morvane::ec::p160

@@ -1,5 +1,5 @@
-// Points of secp160r1 in Jacobian coordinates (x / z^2, y / z^3), with z = 0 for the point at infinity. Coordinates have
-// magnitudes up to 17 and come out with no more.
+// Points of secp160r1 in Jacobian coordinates (x / z^2, y / z^3), with z = 0 for the point at infinity. Magnitudes of x are
+// up to 7, of y up to 4, of z 1, and come out like that; those of the steps between stand beside them.
 #pragma once
 
 #include "ec/field_p160.h"
@@ -14,7 +14,6 @@ struct Jacobian {
     Element x, y, z;
 };
 
-inline constexpr Element kOne{{1}};
 inline constexpr Constant kB(0, 0x1c97befc, 0x54bd7a8b, 0x65acf89f, 0x81d4d4ad, 0xc565fa45);
 inline constexpr Constant kBaseX(0, 0x4a96b568, 0x8ef57328, 0x46646989, 0x68c38bb9, 0x13cbfc82);
 inline constexpr Constant kBaseY(0, 0x23a62855, 0x3168947d, 0x59dcc912, 0x04235137, 0x7ac5fb32);
@@ -25,35 +24,37 @@ constexpr Jacobian choose(Mask mask, const Jacobian& yes, const Jacobian& no) no
     return {choose(mask, yes.x, no.x), choose(mask, yes.y, no.y), choose(mask, yes.z, no.z)};
 }
 
-// -y where the mask says; y has a magnitude up to 17, the result up to 32.
-constexpr Element negate_if(Mask mask, const Element& y) noexcept { return choose(mask, subtract<5>(Element{}, y), y); }
+// -y where the mask says; y has a magnitude up to 3, the result up to 4.
+constexpr Element negate_if(Mask mask, const Element& y) noexcept { return choose(mask, subtract<2>(Element{}, y), y); }
 
-// 2 p, with a = -3: 3 (x - z^2) (x + z^2) takes the place of 3 x^2 + a z^4.
+// 2 p, with a = -3: 3 (x - z^2) (x + z^2) takes the place of 3 x^2 + a z^4. Coordinates are those of the usual formula with
+// z halved, which keeps them small.
 constexpr Jacobian twice(const Jacobian& p) noexcept {
     const Element zz = square(p.z);
     const Element yy = square(p.y);
     const Element xyy = multiply(p.x, yy);
-    const Element third = multiply(subtract<1>(p.x, zz), add(p.x, zz));
-    const Element slope = add(add(third, third), third);
+    const Element third = multiply(subtract<1>(p.x, zz), add(p.x, zz));  // 9 by 8
+    const Element slope = half(add(add(third, third), third));           // 2
     Jacobian r{};
-    r.x = subtract<4>(square(slope), scale<3>(xyy));                                            // 17
-    r.y = subtract<4>(multiply(slope, subtract<5>(scale<2>(xyy), r.x)), scale<3>(square(yy)));  // 17
-    r.z = multiply(add(p.y, p.y), p.z);                                                         // 1
+    r.x = subtract<2>(square(slope), add(xyy, xyy));                        // 5
+    r.y = subtract<1>(multiply(slope, subtract<3>(xyy, r.x)), square(yy));  // 2 by 9; 3
+    r.z = multiply(p.y, p.z);
     return r;
 }
 
-// What an addition is made of: p = (u1, s1), q = (u2, s2) over the common denominator z.
+// What an addition is made of: p = (u1, s1), q = (u2, s2) over the common denominator z. Magnitudes of u1 up to 7, of s1 up
+// to 4, of the others 1.
 constexpr Jacobian sum_of(const Element& u1, const Element& s1, const Element& u2, const Element& s2,
                           const Element& z) noexcept {
-    const Element h = subtract<5>(u2, u1);
-    const Element rise = subtract<5>(s2, s1);
+    const Element h = subtract<3>(u2, u1);     // 9
+    const Element rise = subtract<3>(s2, s1);  // 9
     const Element hh = square(h);
     const Element hhh = multiply(h, hh);
     const Element v = multiply(u1, hh);
     Jacobian r{};
     r.x = subtract<2>(subtract<1>(square(rise), hhh), add(v, v));               // 7
-    r.y = subtract<1>(multiply(rise, subtract<3>(v, r.x)), multiply(s1, hhh));  // 3
-    r.z = multiply(z, h);                                                       // 1
+    r.y = subtract<1>(multiply(rise, subtract<3>(v, r.x)), multiply(s1, hhh));  // 9 by 9; 3
+    r.z = multiply(z, h);
     return r;
 }
 
@@ -88,11 +89,21 @@ inline Jacobian plus_vt(const Jacobian& p, const Jacobian& q) noexcept {
     return mask_if_multiple(subtract<1>(y1, y2)) != 0 ? twice(p) : Jacobian{kOne, kOne, {}};
 }
 
-// Coordinates below p; (0, 0) for the point at infinity.
+// (0, 0) for the point at infinity.
 constexpr Affine affine(const Jacobian& p) noexcept {
     const Element inverse = invert(p.z);
     const Element squared = square(inverse);
-    return {canonical(multiply(p.x, squared)), canonical(multiply(multiply(p.y, squared), inverse))};
+    return {multiply(p.x, squared), multiply(multiply(p.y, squared), inverse)};
 }
+
+// Affine coordinates as words, any on the way in, below p on the way out.
+inline Affine load(const TORVA_V1_POINT& p) noexcept { return {element_of(limbs_of(p.x)), element_of(limbs_of(p.y))}; }
+
+inline void store(TORVA_V1_POINT& r, const Affine& p) noexcept {
+    words_of(r.x, canonical(p.x));
+    words_of(r.y, canonical(p.y));
+}
+
+inline bool is_infinite(const Affine& p) noexcept { return (mask_if_multiple(p.x) & mask_if_multiple(p.y)) != 0; }
 
 }  // namespace morvane::ec::p160

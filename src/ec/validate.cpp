@@ -52,7 +52,7 @@ std::int32_t TORVA_V1_IsValidPoint(std::int32_t curve, const E_EC_PARAMS* params
     if (curve == kSecp160r1) {
         if (is_above_p(point.x) || is_above_p(point.y)) return kOutOfRange;
         // The order of the group is n itself, a prime, so that every point of the curve has order n.
-        return p160::is_on_curve({limbs_of(point.x), limbs_of(point.y)}) ? kValid : kOffCurve;
+        return p160::is_on_curve(p160::load(point)) ? kValid : kOffCurve;
     }
     constexpr Word kAboveTop = ~Word{7};
     if (((point.x[kWords - 1] | point.y[kWords - 1]) & kAboveTop) != 0) return kOutOfRange;
