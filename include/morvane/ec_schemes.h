@@ -19,8 +19,9 @@
  * of private key and message is stirred into the general pool: a state that comes a second time, say of a process that
  * forked, does not sign two messages with one k, which would give the key away.
  *
- * Time. What is done with private keys and secret scalars takes a time that does not depend on their values. Verification
- * and validation of points do not keep to that. Secrets are wiped from the stack; outputs are the caller's to wipe.
+ * Time. What is done with private keys and secret scalars takes a time that does not depend on their values, but for the
+ * generators' own division and conversion, which tell a little about how long a drawn number is. Verification and
+ * validation of points do not keep to that. Secrets are wiped from the stack; outputs are the caller's to wipe.
  *
  * Strength. 160-bit curves resist some 2^80 operations, and SHA-1 less than that: for what exists, not for new formats.
  *
