@@ -1,4 +1,5 @@
-// What is measured: digests, ciphers in their modes, key set-ups, big numbers, RSA and curves, of this library and of public ones.
+// What is measured: digests, ciphers in their modes, key set-ups, big numbers, RSA and curves, of this library and of public
+// ones.
 #pragma once
 
 #include <cstddef>

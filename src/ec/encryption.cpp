@@ -15,7 +15,7 @@ using namespace morvane::ec;
 
 constexpr std::int32_t kFailed = -1;
 constexpr std::size_t kTagOctets = E_SHA1_DIGEST_BYTES;
-constexpr std::size_t kChunk = 50 * E_SHA1_DIGEST_BYTES;  // whole digests of the derived key
+constexpr std::size_t kChunk = std::size_t{50} * E_SHA1_DIGEST_BYTES;  // whole digests of the derived key
 
 using Tag = SecretArray<std::uint8_t, kTagOctets>;
 
