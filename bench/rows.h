@@ -1,5 +1,4 @@
-// What is measured: digests, ciphers in their modes, key set-ups, big numbers, RSA and curves, of this library and of public
-// ones.
+// What is measured: digests, ciphers in their modes, key set-ups, big numbers, RSA and curves, of this library and others.
 #pragma once
 
 #include <cstddef>
