@@ -169,7 +169,7 @@ MORVANE_TARGET bool multiply_both(TORVA_V1_POINT& r, const Word* u, const Word* 
     return infinite == 0;
 }
 
-MORVANE_TARGET bool multiply_on(TORVA_V1_POINT& r, std::int32_t curve, const Word* u, const Word* v,
+MORVANE_INLINE bool multiply_on(TORVA_V1_POINT& r, std::int32_t curve, const Word* u, const Word* v,
                                 const TORVA_V1_POINT* p) noexcept {
     return curve == kSect163k1 ? multiply_both<Sect163k1>(r, u, v, p) : multiply_both<C2pnb163v1>(r, u, v, p);
 }

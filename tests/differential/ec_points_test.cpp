@@ -234,6 +234,19 @@ TEST_P(PointsDifferential, ScalarsModuloTheOrder) {
     }
 }
 
+TEST(CombOnce, IsMadeOnceAndNobodyWaits) {
+    ec::CombOnce<int> once;
+    int calls = 0;
+    const auto make = [&](ec::Comb<int>& comb) {
+        EXPECT_EQ(once.get([](ec::Comb<int>&) { FAIL(); }), nullptr);
+        comb[0][0] = ++calls;
+    };
+    const ec::Comb<int>* const comb = once.get(make);
+    ASSERT_NE(comb, nullptr);
+    EXPECT_EQ(once.get(make), comb);
+    EXPECT_EQ((*comb)[0][0], 1);
+}
+
 INSTANTIATE_TEST_SUITE_P(Curves, PointsDifferential, testing::ValuesIn(kCurves),
                          [](const auto& row) { return std::to_string(row.param.id); });
 
