@@ -30,6 +30,7 @@ Rows all_rows([[maybe_unused]] bool portable) {
     add_our_numbers(all);
     add_our_rsa(all);
     add_our_dsa(all);
+    add_our_ec_schemes(all);
 #if defined(WITH_OPENSSL)
     add_openssl(all);
     add_openssl_ciphers(all);
@@ -37,6 +38,7 @@ Rows all_rows([[maybe_unused]] bool portable) {
     add_openssl_numbers(all);
     add_openssl_rsa(all);
     add_openssl_dsa(all);
+    add_openssl_ec_schemes(all);
 #endif
 #if defined(WITH_NETTLE)
     add_nettle(all);

@@ -1,5 +1,5 @@
-// What is measured: digests, ciphers in their modes, key set-ups, big numbers, RSA, DSA,
-// KCDSA and Diffie-Hellman, of this library and of public ones.
+// What is measured: digests, ciphers in their modes, key set-ups, big numbers, public-key schemes and curves, of this
+// library and of public ones.
 #pragma once
 
 #include <cstddef>
@@ -48,6 +48,7 @@ void add_our_ciphers(Rows& all);
 void add_our_numbers(Rows& all);
 void add_our_rsa(Rows& all);
 void add_our_dsa(Rows& all);
+void add_our_ec_schemes(Rows& all);
 // Their peer is this library's own mode function, "direct".
 void add_streams(Rows& all);
 
@@ -74,6 +75,7 @@ void add_botan_numbers(Rows& all);
 void add_cryptopp_numbers(Rows& all);
 void add_openssl_rsa(Rows& all);
 void add_openssl_dsa(Rows& all);
+void add_openssl_ec_schemes(Rows& all);
 void add_gcrypt_rsa(Rows& all);
 void add_gcrypt_dsa(Rows& all);
 void add_botan_rsa(Rows& all);
