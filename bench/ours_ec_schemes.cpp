@@ -1,6 +1,6 @@
 #include "ec_schemes.h"
 
-#include <morvane/ec_schemes.h>
+#include <morvane/ecc_schemes.h>
 
 #include <map>
 

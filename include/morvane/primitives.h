@@ -4,8 +4,8 @@
 
 #include <morvane/asn1.h>
 #include <morvane/cipher.h>
-#include <morvane/ec.h>
-#include <morvane/ec_schemes.h>
+#include <morvane/ecc.h>
+#include <morvane/ecc_schemes.h>
 #include <morvane/hash.h>
 #include <morvane/pk.h>
 #include <morvane/random.h>

@@ -3,8 +3,8 @@
 #include <openssl/obj_mac.h>
 
 #include "cpu/cpu.h"
-#include "ec/binary.h"
-#include "ec/curve.h"
+#include "ecc/binary.h"
+#include "ecc/curve.h"
 #include "internal/each_row.h"
 #include "support/bytes.h"
 
@@ -23,25 +23,25 @@ struct Curve {
     int nid;
 };
 constexpr Curve kCurves[] = {
-    {ec::kSect163k1, NID_sect163k1}, {ec::kC2pnb163v1, NID_X9_62_c2pnb163v1}, {ec::kSecp160r1, NID_secp160r1}};
+    {ecc::kSect163k1, NID_sect163k1}, {ecc::kC2pnb163v1, NID_X9_62_c2pnb163v1}, {ecc::kSecp160r1, NID_secp160r1}};
 
 using Number = std::unique_ptr<BIGNUM, void (*)(BIGNUM*)>;
 using Group = std::unique_ptr<EC_GROUP, void (*)(EC_GROUP*)>;
 using Point = std::unique_ptr<EC_POINT, void (*)(EC_POINT*)>;
 
 struct Scalar {
-    std::uint32_t words[ec::kWords];
+    std::uint32_t words[ecc::kWords];
 };
 
 Number number_of(const std::uint32_t* words) {
-    Bytes octets(4 * ec::kWords);
+    Bytes octets(4 * ecc::kWords);
     for (std::size_t i = 0; i < octets.size(); ++i)
         octets[octets.size() - 1 - i] = static_cast<std::uint8_t>(words[i / 4] >> 8 * (i % 4));
     return {BN_bin2bn(octets.data(), static_cast<int>(octets.size()), nullptr), BN_free};
 }
 
 void words_of(std::uint32_t* words, const BIGNUM* number) {
-    std::uint8_t octets[4 * ec::kWords];
+    std::uint8_t octets[4 * ecc::kWords];
     ASSERT_GT(BN_bn2lebinpad(number, octets, sizeof octets), 0);
     std::memcpy(words, octets, sizeof octets);
 }
@@ -122,23 +122,23 @@ TEST_P(PointsDifferential, MultiplesOfPoints) {
             TORVA_V1_POINT r;
             std::memset(&r, 0x5a, sizeof r);
             const Point base = multiple(&k, nullptr, nullptr);
-            ASSERT_EQ(ec::multiply_base(r, id, k.words), EC_POINT_is_at_infinity(group.get(), base.get()) == 0);
+            ASSERT_EQ(ecc::multiply_base(r, id, k.words), EC_POINT_is_at_infinity(group.get(), base.get()) == 0);
             ASSERT_TRUE(are_equal(r, ours(base.get())));
             const Point product = multiple(nullptr, &k, p.get());
-            ASSERT_EQ(ec::multiply(r, id, k.words, ours(p.get())),
+            ASSERT_EQ(ecc::multiply(r, id, k.words, ours(p.get())),
                       EC_POINT_is_at_infinity(group.get(), product.get()) == 0);
             ASSERT_TRUE(are_equal(r, ours(product.get())));
             const Point both = multiple(&k, &other, p.get());
-            ASSERT_EQ(ec::multiply_two_vt(r, id, k.words, other.words, ours(p.get())),
+            ASSERT_EQ(ecc::multiply_two_vt(r, id, k.words, other.words, ours(p.get())),
                       EC_POINT_is_at_infinity(group.get(), both.get()) == 0);
             ASSERT_TRUE(are_equal(r, ours(both.get())));
             p = multiple(&other, nullptr, nullptr);
         }
     };
-    if (id == ec::kSecp160r1) {
+    if (id == ecc::kSecp160r1) {
         check();
     } else {
-        with_each_row(ec::binary_multiply, [&](ec::BinaryMultiplyFn*) { check(); });
+        with_each_row(ecc::binary_multiply, [&](ecc::BinaryMultiplyFn*) { check(); });
     }
 }
 
@@ -207,41 +207,41 @@ TEST_P(PointsDifferential, ScalarsModuloTheOrder) {
     for (std::size_t i = 1; i < all.size(); ++i) {
         SCOPED_TRACE("scalar " + std::to_string(i) + ", seed " + std::to_string(kSeed));
         Scalar a, b, r;
-        ec::scalar_reduce(a.words, id, all[i].words, 6);
-        ec::scalar_reduce(b.words, id, all[i - 1].words, 6);
+        ecc::scalar_reduce(a.words, id, all[i].words, 6);
+        ecc::scalar_reduce(b.words, id, all[i - 1].words, 6);
         const Number ours_a = number_of(a.words), ours_b = number_of(b.words), full = number_of(all[i].words);
         BN_nnmod(mod.get(), full.get(), n.get(), ctx.get());
         expect(a.words);
         std::uint32_t wide[12];
         std::copy_n(all[i - 1].words, 6, wide);
         std::copy_n(all[i].words, 6, wide + 6);
-        ec::scalar_reduce(r.words, id, wide, 12);
+        ecc::scalar_reduce(r.words, id, wide, 12);
         BN_lshift(mod.get(), full.get(), 192);
         BN_mod_add(mod.get(), mod.get(), number_of(all[i - 1].words).get(), n.get(), ctx.get());
         expect(r.words);
-        ec::scalar_add(r.words, id, a.words, b.words);
+        ecc::scalar_add(r.words, id, a.words, b.words);
         BN_mod_add(mod.get(), ours_a.get(), ours_b.get(), n.get(), ctx.get());
         expect(r.words);
-        ec::scalar_subtract(r.words, id, a.words, b.words);
+        ecc::scalar_subtract(r.words, id, a.words, b.words);
         BN_mod_sub(mod.get(), ours_a.get(), ours_b.get(), n.get(), ctx.get());
         expect(r.words);
-        ec::scalar_multiply(r.words, id, a.words, b.words);
+        ecc::scalar_multiply(r.words, id, a.words, b.words);
         BN_mod_mul(mod.get(), ours_a.get(), ours_b.get(), n.get(), ctx.get());
         expect(r.words);
-        ec::scalar_invert(r.words, id, a.words);
+        ecc::scalar_invert(r.words, id, a.words);
         if (BN_mod_inverse(mod.get(), ours_a.get(), n.get(), ctx.get()) == nullptr) BN_zero(mod.get());
         expect(r.words);
     }
 }
 
 TEST(CombOnce, IsMadeOnceAndNobodyWaits) {
-    ec::CombOnce<int> once;
+    ecc::CombOnce<int> once;
     int calls = 0;
-    const auto make = [&](ec::Comb<int>& comb) {
-        EXPECT_EQ(once.get([](ec::Comb<int>&) { FAIL(); }), nullptr);
+    const auto make = [&](ecc::Comb<int>& comb) {
+        EXPECT_EQ(once.get([](ecc::Comb<int>&) { FAIL(); }), nullptr);
         comb[0][0] = ++calls;
     };
-    const ec::Comb<int>* const comb = once.get(make);
+    const ecc::Comb<int>* const comb = once.get(make);
     ASSERT_NE(comb, nullptr);
     EXPECT_EQ(once.get(make), comb);
     EXPECT_EQ((*comb)[0][0], 1);

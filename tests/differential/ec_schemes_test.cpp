@@ -12,7 +12,7 @@
 
 #include <morvane/hash.h>
 
-#include "ec/octet_records.h"
+#include "ecc/octet_records.h"
 
 #include <sys/wait.h>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 // ECDSA with given scalars: published examples. The DER block of numbers that no curve here has.
-#include "ec/ecdsa.h"
-#include "ec/signature_block.h"
+#include "ecc/ecdsa.h"
+#include "ecc/signature_block.h"
 
 #include "bignum/octets.h"
 #include "support/bytes.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-using namespace morvane::ec;
+using namespace morvane::ecc;
 using namespace morvane::test;
 
 struct Words {

@@ -1,9 +1,9 @@
 // Every accelerated routine that this machine can run, against the portable one.
-#include <morvane/ec.h>
+#include <morvane/ecc.h>
 #include <morvane/hash.h>
 
 #include "cpu/cpu.h"
-#include "ec/binary.h"
+#include "ecc/binary.h"
 #include "hash/sha1_compress.h"
 #include "hash/sha2_compress.h"
 #include "internal/each_row.h"
@@ -104,15 +104,15 @@ TEST(Variants, WorkAtEveryStackOffset) {
         }
     });
     E_EC_PARAMS params;
-    E_ECParams_Init(ec::kSect163k1, &params);
+    E_ECParams_Init(ecc::kSect163k1, &params);
     ++params.n_words[0];
     TORVA_V1_POINT base;
     std::copy_n(params.x_words, E_EC_WORDS, base.x);
     std::copy_n(params.y_words, E_EC_WORDS, base.y);
-    with_each_row(ec::binary_multiply, [&](ec::BinaryMultiplyFn*) {
+    with_each_row(ecc::binary_multiply, [&](ecc::BinaryMultiplyFn*) {
         for (const std::uint32_t offset : kStackOffsets) {
             TORVA_V1_POINT product{};
-            call_at(offset, TORVA_V1_ScalarMultiplicationOnEllipticCurves, ec::kSect163k1, nullptr, params.n_words,
+            call_at(offset, TORVA_V1_ScalarMultiplicationOnEllipticCurves, ecc::kSect163k1, nullptr, params.n_words,
                     E_EC_WORDS, &base, &product);
             EXPECT_TRUE(std::equal(base.y, base.y + E_EC_WORDS, product.y)) << "offset " << offset;
         }

@@ -10,10 +10,10 @@ import sys
 from pathlib import Path
 
 # A folder may include itself and the folders of the rows above its own.
-LAYERS = [{"base"}, {"cpu", "platform", "companion"}, {"hash", "cipher", "bignum"}, {"random"}, {"prime"}, {"asn1", "pk", "ec"}, {"csp"},
+LAYERS = [{"base"}, {"cpu", "platform", "companion"}, {"hash", "cipher", "bignum"}, {"random"}, {"prime"}, {"asn1", "pk", "ecc"}, {"csp"},
           {"toolkit"}]
 # Within the row of public-key folders: the DER records know the key records, and signatures use the plain reader.
-WITHIN_A_ROW = {("asn1", "pk"), ("pk", "asn1"), ("ec", "asn1")}
+WITHIN_A_ROW = {("asn1", "pk"), ("pk", "asn1"), ("ecc", "asn1")}
 SYSTEM_HEADERS = re.compile(r"^(windows|unistd|fcntl|pthread|winver|bcrypt|sys/.*)(\.h)?$")
 
 
