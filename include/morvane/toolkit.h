@@ -267,6 +267,39 @@ MORVANE_API int32_t MORVANE_CALL K_KCDSASignHash(K_CONTEXT* context, const CSSM_
 MORVANE_API int32_t MORVANE_CALL K_KCDSAVerifyHash(K_CONTEXT* context, const CSSM_DATA* public_key, const CSSM_DATA* hash,
                                                    const CSSM_DATA* signature);
 
+/* ---- Elliptic curves ----
+ *
+ * curve is 3, 5 or 7 (morvane/ecc.h). Keys are octets as the primitives of morvane/ecc_schemes.h make them: a public key is
+ * an uncompressed point, a private key the block 0x02, L, scalar. A public key that is no valid point is refused. */
+
+/* For ECDSA, agreement and encryption, and for EC-KCDSA. Codes: KERR_OUTPUT_ALLOC, KERR_KEYGEN. */
+MORVANE_API int32_t MORVANE_CALL K_GenerateECCKeyPair(K_CONTEXT* context, int32_t curve, CSSM_DATA* public_key,
+                                                      CSSM_DATA* private_key);
+MORVANE_API int32_t MORVANE_CALL K_GenerateECKCDSAKeyPair(K_CONTEXT* context, int32_t curve, CSSM_DATA* public_key,
+                                                          CSSM_DATA* private_key);
+
+/* E_ECDSA_Sign and E_ECDSA_Verify; E_ECKCDSA_Sign, which takes the signer's public key too, and E_ECKCDSA_Verify. Codes:
+ * KERR_SIGN, KERR_VERIFY. */
+MORVANE_API int32_t MORVANE_CALL K_ECDSASign(K_CONTEXT* context, int32_t curve, const CSSM_DATA* private_key,
+                                             const CSSM_DATA* message, CSSM_DATA* signature);
+MORVANE_API int32_t MORVANE_CALL K_ECDSAVerify(K_CONTEXT* context, int32_t curve, const CSSM_DATA* public_key,
+                                               const CSSM_DATA* message, const CSSM_DATA* signature);
+MORVANE_API int32_t MORVANE_CALL K_ECKCDSASign(K_CONTEXT* context, int32_t curve, const CSSM_DATA* private_key,
+                                               const CSSM_DATA* public_key, const CSSM_DATA* message, CSSM_DATA* signature);
+MORVANE_API int32_t MORVANE_CALL K_ECKCDSAVerify(K_CONTEXT* context, int32_t curve, const CSSM_DATA* public_key,
+                                                 const CSSM_DATA* message, const CSSM_DATA* signature);
+
+/* The shared x-coordinate, 20 or 21 bytes: hash it before it is used as a key. Code: KERR_AGREE. */
+MORVANE_API int32_t MORVANE_CALL K_ECDH(K_CONTEXT* context, int32_t curve, const CSSM_DATA* private_key,
+                                        const CSSM_DATA* public_key, CSSM_DATA* secret);
+
+/* E_ECC_Encryption of at least one byte, and E_ECC_Decryption, which notices every change. Codes: KERR_ENCRYPT,
+ * KERR_DECRYPT. */
+MORVANE_API int32_t MORVANE_CALL K_ECC_Encryption(K_CONTEXT* context, int32_t curve, const CSSM_DATA* public_key,
+                                                  const CSSM_DATA* input, CSSM_DATA* output);
+MORVANE_API int32_t MORVANE_CALL K_ECC_Decryption(K_CONTEXT* context, int32_t curve, const CSSM_DATA* private_key,
+                                                  const CSSM_DATA* input, CSSM_DATA* output);
+
 /* ---- WTLS keys ---- */
 
 /* Takes a public RSA key in DER (morvane/asn1.h) apart into the two fields of a WTLS key: exponent and modulus, big-endian

@@ -270,6 +270,50 @@ TEST_F(ToolkitPair, Kcdsa) {
     });
 }
 
+TEST_F(ToolkitPair, Curves) {
+    for (const std::int32_t curve : {3, 5, 7}) {
+        SCOPED_TRACE(curve);
+        CSSM_DATA other_open = {0, nullptr}, other_secret = {0, nullptr};
+        ASSERT_EQ(K_GenerateECCKeyPair(context, curve, &open, &secret), 0);
+        ASSERT_EQ(K_GenerateECCKeyPair(context, curve, &other_open, &other_secret), 0);
+        ASSERT_EQ(K_ECDSASign(context, curve, &secret, &message, &made), 0);
+        EXPECT_EQ(K_ECDSAVerify(context, curve, &open, &message, &made), 0);
+        EXPECT_EQ(K_ECDSAVerify(context, curve, &other_open, &message, &made), KERR_VERIFY);
+        EXPECT_EQ(K_ECDSAVerify(context, 4, &open, &message, &made), KERR_VERIFY);
+        replace(made);
+        ASSERT_EQ(K_ECDH(context, curve, &secret, &other_open, &made), 0);
+        ASSERT_EQ(K_ECDH(context, curve, &other_secret, &open, &back), 0);
+        EXPECT_EQ(taken(made), taken(back));
+        EXPECT_EQ(K_ECDH(context, curve, &open, &open, &made), KERR_AGREE);
+        ASSERT_EQ(K_ECC_Encryption(context, curve, &open, &message, &made), 0);
+        ASSERT_EQ(K_ECC_Decryption(context, curve, &secret, &made, &back), 0);
+        EXPECT_EQ(taken(back), text);
+        EXPECT_EQ(K_ECC_Decryption(context, curve, &other_secret, &made, &back), KERR_DECRYPT);
+        EXPECT_EQ(K_ECC_Encryption(context, curve, &secret, &message, &back), KERR_ENCRYPT);
+        for (CSSM_DATA* const block : {&open, &secret, &made, &other_open, &other_secret}) replace(*block);
+
+        ASSERT_EQ(K_GenerateECKCDSAKeyPair(context, curve, &open, &secret), 0);
+        ASSERT_EQ(K_ECKCDSASign(context, curve, &secret, &open, &message, &made), 0);
+        EXPECT_EQ(K_ECKCDSAVerify(context, curve, &open, &message, &made), 0);
+        EXPECT_EQ(K_ECKCDSAVerify(context, curve, &open, &made, &made), KERR_VERIFY);
+        replace(made);
+        fail_each_allocation([&](int) {
+            const bool done = K_ECC_Encryption(context, curve, &open, &message, &made) == 0;
+            if (done) replace(made);
+            return done;
+        });
+        replace(open);
+        replace(secret);
+        fail_each_allocation([&](int) {
+            const bool done = K_GenerateECCKeyPair(context, curve, &open, &secret) == 0;
+            if (done) replace(open), replace(secret);
+            return done;
+        });
+    }
+    EXPECT_EQ(K_GenerateECCKeyPair(context, 11, &open, &secret), KERR_KEYGEN);
+    EXPECT_EQ(K_ECDSASign(context, 3, &message, &message, &made), KERR_SIGN);
+}
+
 TEST_F(ToolkitPair, Generation) {
     for (const std::uint32_t selector : {7U, 8U, 9U}) {
         fail_each_allocation([&](int n) {
