@@ -15,11 +15,10 @@ constexpr Polynomial shifted(const Polynomial& a, unsigned bits) noexcept {  // 
     return {{a.v[0] << bits, a.v[1] << bits | a.v[0] >> (64 - bits), a.v[2] << bits | a.v[1] >> (64 - bits)}};
 }
 
-// The words of a member, if it has no more than six that count.
+// A member, if its length fits its storage.
 bool read(Polynomial& r, const ENUM& member) noexcept {
-    if (member.length < 0 || (member.length > 0 && member.words == nullptr)) return false;
+    if (!is_member(member)) return false;
     const std::size_t count = bignum::significant_words(member);
-    if (count > kWords) return false;
     Word words[kWords]{};
     std::copy_n(member.words, count, words);
     r = polynomial_of(words);

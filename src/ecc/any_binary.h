@@ -10,6 +10,12 @@ struct BinaryProjective {
     Polynomial x, y, z;
 };
 
+// Whether a record's member has a length that fits its storage, and words if it has a length.
+inline bool is_member(const ENUM& member) noexcept {
+    return member.length >= 0 && member.length <= static_cast<std::int32_t>(kWords) &&
+           (member.length == 0 || member.words != nullptr);
+}
+
 class AnyBinaryCurve {
 public:
     // Of a built-in curve the library's own parameters, of another one those of the record, which may be null.
@@ -18,8 +24,8 @@ public:
     // Whether there is such a curve.
     explicit operator bool() const noexcept { return usable_; }
 
-    Polynomial reduced(
-        const Polynomial& a) const noexcept;  // any of six words to a degree below 163, as all that follow take
+    // Any polynomial of six words to a degree below 163, as all that follow take.
+    Polynomial reduced(const Polynomial& a) const noexcept;
     BinaryProjective twice(const BinaryProjective& p) const noexcept;
     BinaryProjective plus(const BinaryProjective& p, const BinaryProjective& q) const noexcept;
     BinaryProjective multiple(const Word* k, const BinaryProjective& p) const noexcept;

@@ -27,9 +27,9 @@ bool is_above_p(const Word* coordinate) noexcept {
 // Of curves that somebody else describes: no equation, n times the point.
 bool has_order_of_record(std::int32_t id, const E_EC_PARAMS* params, const BinaryPoint& point) noexcept {
     const AnyBinaryCurve curve(id, params);
-    if (!curve || params->n.length < 0 || params->n.words == nullptr) return false;
+    if (!curve || !is_member(params->n)) return false;
     const std::size_t count = bignum::significant_words(params->n);
-    if (count == 0 || count > kWords) return false;
+    if (count == 0) return false;
     Word n[kWords]{};
     std::copy_n(params->n.words, count, n);
     return is_zero(curve.multiple(n, projective(point)).z);

@@ -253,6 +253,7 @@ TEST(EcOwnParameters, ServeTheOtherCurves) {
         spoil([](E_EC_PARAMS& p) { p.field_words[5] = 16; });
         spoil([](E_EC_PARAMS& p) { p.field_words[0] ^= 1; });
         spoil([](E_EC_PARAMS& p) { p.a.length = -1; });
+        spoil([](E_EC_PARAMS& p) { p.a.length = 1 << 28; });
         spoil([](E_EC_PARAMS& p) { p.b.length = 0; });
         for (const std::int32_t length : {0, -1}) {
             params.record.n.length = length;
