@@ -108,6 +108,38 @@ TEST(AllocationFailure, IsReportedByWhoeverAllocatesAndLosesNothing) {
     std::free(output.Data);
 }
 
+// Each allocation of a key service fails in turn; nothing is handed out then.
+TEST(AllocationFailure, OfKeyServicesLeavesTheirOutputs) {
+    Session pair(CSP_CONTEXT_KEYGEN, CSP_ALG_RSA), params(CSP_CONTEXT_KEYGEN, CSP_ALG_DSA);
+    const CSSM_CONTEXT_ATTRIBUTE size[] = {{CSP_ATTR_BLOCK_SIZE, 0, {256}}};
+    pair.give(size);
+    KeyedSession wrapping(CSP_CONTEXT_SYMMETRIC, CSP_ALG_DES);
+    CSSM_KEY first{}, second{};
+    CSSM_DATA der{};
+    const auto each_fails = [&](auto call) {
+        for (int n = 0; n < 8; ++n) {
+            {
+                const FailingHeap heap(n);
+                if (call() == 0) break;
+            }
+            EXPECT_EQ(GetError(), CSP_ERR_MEMORY) << n;
+            EXPECT_TRUE(first.KeyData.Data == nullptr && second.KeyData.Data == nullptr && der.Data == nullptr) << n;
+        }
+        EXPECT_TRUE(first.KeyData.Data != nullptr || der.Data != nullptr);
+        CSP_FreeKey(100, nullptr, &first);
+        CSP_FreeKey(100, nullptr, &second);
+        std::free(std::exchange(der, {0, nullptr}).Data);
+    };
+    each_fails(
+        [&] { return CSP_GenerateKeyPair(100, pair.handle(), nullptr, 0, 0, nullptr, &first, 0, 0, nullptr, &second); });
+    each_fails([&] { return CSP_GenerateAlgorithmParams(100, params.handle(), nullptr, 256, &der); });
+    each_fails([&] { return CSP_WrapKey(100, wrapping.handle(), nullptr, nullptr, &wrapping.key, &first); });
+    CSSM_KEY wrapped{};
+    ASSERT_EQ(CSP_WrapKey(100, wrapping.handle(), nullptr, nullptr, &wrapping.key, &wrapped), 0);
+    each_fails([&] { return CSP_UnwrapKey(100, wrapping.handle(), nullptr, nullptr, &wrapped, &first); });
+    CSP_FreeKey(100, nullptr, &wrapped);
+}
+
 TEST(AllocationFailure, LeavesZerosOfALongKeyOfRc5) {
     const Bytes key(257, 'k');
     Bytes schedule(sizeof(E_RC5_KEY_SCHEDULE), 1);
