@@ -74,17 +74,23 @@ bool generate_domain(E_DSA_KEY& domain, std::int32_t p_bits, std::int32_t q_bits
 
 bool set_pair(E_DSA_KEY& key, const ENUM& random, PublicKey kind) noexcept {
     const Group group(key);
-    WorkRecord reduced(std::max(words_in(random), kRoom));
-    if (!group || !reduced || EN_Mod(reduced.get(), &random, &key.q) == 0 || is_zero(*reduced)) return false;
     Scalars scalars(group);
-    if (!scalars) return false;
+    WorkRecord reduced(std::max(words_in(random), kRoom));
+    if (!scalars || !reduced) return false;
+    EN_Copy(reduced.get(), &random);
+    // A division tells a little of its operands; of as many words as q has, load() needs none.
+    if (words_in(random) > group.q().size() && EN_Mod(reduced.get(), &random, &key.q) == 0) return false;
+    Scalar x;
     Scalar exponent;
     SecretArray<Word, kGroupWords> words;
-    scalars.load(exponent, magnitude(*reduced));
-    if (kind == PublicKey::kOfInverse && !scalars.invert(exponent, exponent)) return false;
+    scalars.load(x, magnitude(*reduced));
+    if (scalars.is_zero(x)) return false;
+    exponent.items = x.items;
+    if (kind == PublicKey::kOfInverse && !scalars.invert(exponent, x)) return false;
     if (!group.raise(key.y.words, group.g(), scalars.words(words, exponent))) return false;
     set_normalised_length(key.y, group.p().size());
-    EN_Copy(&key.x, reduced.get());
+    set(key.x, 0, scalars.words(words, x));
+    set_normalised_length(key.x, group.q().size());
     return true;
 }
 
