@@ -62,7 +62,7 @@ ExitCode run_ec(const Verb& verb, const Arguments& arguments) {
     line.add_flag("--force", options.force, "Replace OUTPUT if it exists; it may be INPUT");
     line.footer(
         "The key is one that 'morvane genkey ec' makes, or OpenSSL on the same curves, and not enciphered. A private\n"
-        "key serves where a public one is needed. The scheme is that of ANSI X9.63 with SHA-1: 61 to 63 bytes are added,\n"
+        "key serves where a public one is needed. The scheme is that of ANSI X9.63 with SHA-1: 61 or 63 bytes are added,\n"
         "and a change of any is noticed. An input has from 1 byte to 64 MiB. EC-KCDSA keys only sign.\n"
         "\n"
         "Exit codes: 0 good, 1 wrong key or damaged data, 2 wrong usage, 3 a file cannot be read or written or is no\n"
