@@ -179,7 +179,8 @@ ExitCode run(const Verb& verb, const Arguments& arguments, bool encrypt) {
         "library's own functions take each half of it reversed.\n"
         "\n"
         "OUTPUT appears when it is complete, or not at all. Standard output is written as the data comes,\n"
-        "so it may have got some when the data turns out to be damaged. No mode notices every change.\n"
+        "so it may have got some when the data turns out to be damaged. No mode notices every change. Public keys\n"
+        "encipher with 'morvane rsa' and 'morvane ec'.\n"
         "\n"
         "Exit codes: 0 good, 1 wrong key or damaged data, 2 wrong usage, 3 a file cannot be read or written.");
     if (const auto code = line.read(arguments)) return *code;

@@ -172,6 +172,7 @@ std::unique_ptr<Key> read_dh_key(const KeyFile& file) {
 }
 
 std::function<std::unique_ptr<Key>()> prepare_dh_key(const KeyOptions& options, const Key* domain) {
+    options.refuse_curve();
     if (options.exponent || options.subgroup_bits || options.kind) {
         throw UsageError("--exponent, --subgroup-bits and --kind are not for dh");
     }

@@ -81,7 +81,7 @@ void generate(const Options& options) {
 ExitCode run_genkey(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
     Options options;
-    line.add_option("ALGORITHM", options.algorithm, "rsa, dsa, kcdsa or dh")->required()->type_name("");
+    line.add_option("ALGORITHM", options.algorithm, "rsa, dsa, kcdsa, dh, ec or eckcdsa")->required()->type_name("");
     line.add_option("--bits", options.choice.bits,
                     "Length of the modulus; default is 3072, of dsa and kcdsa 1024, of dh 2048")
         ->type_name("N");
@@ -92,6 +92,7 @@ ExitCode run_genkey(const Verb& verb, const Arguments& arguments) {
     line.add_option("--kind", options.choice.kind,
                     "rsa: plain, strong, x9 or strong-x9; kcdsa: plain, seeded or builtin; default is plain")
         ->type_name("KIND");
+    line.add_option("--curve", options.choice.curve, "ec, eckcdsa: sect163k1, c2pnb163v1 or secp160r1")->type_name("NAME");
     const CLI::Option* const parameters =
         line.add_file("--params", "dsa, kcdsa, dh: take the parameters from those or the key in FILE")->type_name("FILE");
     line.add_flag("--params-only", options.parameters_only, "dsa, kcdsa, dh: write the parameters, and no key");
@@ -108,7 +109,8 @@ ExitCode run_genkey(const Verb& verb, const Arguments& arguments) {
         "strong-x9 builds these on safe primes. seeded draws the parameters from a seed, which is printed with the\n"
         "count that it led to, so that others can repeat it; builtin takes those of the library. dh searches for a\n"
         "safe prime, a minute or more for 2048 bits: make parameters once, and keys for both sides with --params.\n"
-        "Parameters from a file are tested.\n"
+        "Parameters from a file are tested. eckcdsa keys are in the forms of ec keys under an identifier of their own,\n"
+        "which other programs may not know.\n"
         "\n"
         "Exit codes: 0 good, 2 wrong usage, 3 no memory or a file cannot be read or written.");
     if (const auto code = line.read(arguments)) return *code;

@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::size_t kLineBuffer = 1 << 16;
 constexpr std::size_t kReadBytes = 1 << 20;
-constexpr std::size_t kMostBytes = INT32_MAX;  // of what the library takes in one call
 
 [[noreturn]] void fail(const std::string& name) {
     const std::string reason = std::strerror(errno);
@@ -54,14 +53,15 @@ Secret read_short(const std::string& name, std::size_t limit) {
     return bytes;
 }
 
-std::vector<std::uint8_t> read_whole(const std::string& name) {
+std::vector<std::uint8_t> read_whole(const std::string& name, std::size_t most) {
     Input input(name);
     std::vector<std::uint8_t> bytes;
     for (std::size_t size = 0;;) {
         bytes.resize(size + kReadBytes);
         const std::size_t more = input.read(std::span(bytes).subspan(size));
         size += more;
-        if (size > kMostBytes) throw InputError(display_name(name) + ": is too long to be signed in this way");
+        if (size > most)
+            throw InputError(display_name(name) + ": is too long: this takes " + std::to_string(most) + " bytes");
         if (more == kReadBytes) continue;
         bytes.resize(size);
         return bytes;

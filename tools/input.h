@@ -46,8 +46,8 @@ private:
 // At most limit bytes of it and, of a longer one, one more.
 Secret read_short(const std::string& name, std::size_t limit);
 
-// All of it, as far as the library takes so much in one call. Throws InputError for more.
-std::vector<std::uint8_t> read_whole(const std::string& name);
+// All of it, if it is no more than that: as much as the library takes in one call, or less. Throws InputError for more.
+std::vector<std::uint8_t> read_whole(const std::string& name, std::size_t most = INT32_MAX);
 
 // The lines of an input, without their ends, LF or CR LF.
 class LineReader {

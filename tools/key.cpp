@@ -3,6 +3,8 @@
 #include "command_line.h"
 #include "dh_key.h"
 #include "dsa_key.h"
+#include "ec_key.h"
+#include "eckcdsa_key.h"
 #include "input.h"
 #include "kcdsa_key.h"
 #include "rsa_key.h"
@@ -17,6 +19,9 @@ constexpr KeyKind kKinds[] = {
     {"dsa", "DSA", "8-600", "signatures", read_dsa_key, prepare_dsa_key},
     {"kcdsa", "KCDSA", "8-600", "signatures", read_kcdsa_key, prepare_kcdsa_key},
     {"dh", "Diffie-Hellman", "8-600", "agreed secrets", read_dh_key, prepare_dh_key},
+    {"ec", "EC", "20-21", "encryption, signatures, agreed secrets; sect163k1, c2pnb163v1, secp160r1", read_ec_key,
+     prepare_ec_key},
+    {"eckcdsa", "EC-KCDSA", "20-21", "signatures; the same curves", read_eckcdsa_key, prepare_eckcdsa_key},
 };
 
 std::string titles() {
@@ -44,6 +49,10 @@ void SignatureOptions::refuse_those_of_rsa() const {
 
 void SignatureOptions::refuse_those_of_kcdsa() const {
     if (old) throw UsageError("--old is for KCDSA keys");
+}
+
+void KeyOptions::refuse_curve() const {
+    if (curve) throw UsageError("--curve is for ec and eckcdsa");
 }
 
 std::vector<std::uint8_t> Key::sign(const SignatureOptions&, const std::string&) const {

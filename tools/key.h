@@ -41,9 +41,12 @@ struct SignatureOptions {
 
 // What the command line says of a key to be made.
 struct KeyOptions {
-    std::optional<std::string> kind;
+    std::optional<std::string> kind, curve;
     std::optional<std::int64_t> bits, subgroup_bits, exponent, generator;
     bool parameters_only = false;
+
+    // Throws UsageError for the option of keys on curves.
+    void refuse_curve() const;
 };
 
 class Key {
@@ -61,8 +64,8 @@ public:
     virtual std::vector<std::uint8_t> sign(const SignatureOptions& options, const std::string& input) const;
     virtual bool verify(const SignatureOptions& options, const std::string& input, Bytes signature) const;
 
-    // The secret that both sides' keys give, as long as the modulus with `padded`, otherwise without leading zeros. Throws
-    // KeyError; MismatchError when the peer's key does not go with this one.
+    // The secret that both sides' keys give, as long as the modulus with `padded`, otherwise without leading zeros; on a
+    // curve always as long as a coordinate. Throws KeyError; MismatchError when the peer's key does not go with this one.
     virtual Secret agree(const Key& peer, bool padded) const;
 };
 

@@ -24,8 +24,9 @@ std::string padded(std::string text, std::size_t width) {
 ExitCode run_list(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
     line.footer(
-        "BYTES are those of the digest, for a cipher of the key and for public keys of the modulus; a random source gives\n"
-        "any number.");
+        "BYTES are those of the digest, for a cipher of the key and for public keys of the modulus or a coordinate; a "
+        "random\n"
+        "source gives any number.");
     if (const auto code = line.read(arguments)) return *code;
 
     std::vector<Row> rows = {{"NAME", "KIND", "BYTES", "NOTE"}};

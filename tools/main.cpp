@@ -23,6 +23,7 @@ constexpr Verb kVerbs[] = {
     {"verify", "Verifies the signature of a file", run_verify},
     {"derive", "Derives the secret that two keys agree on", run_derive},
     {"rsa", "Enciphers, deciphers, signs or verifies with an RSA key", run_rsa},
+    {"ec", "Enciphers or deciphers with a key on an elliptic curve", run_ec},
     {"list", "Lists the algorithms", run_list},
     {"version", "Prints the version", run_version},
     {"help", "Explains the command or one of its verbs", run_help},

@@ -145,6 +145,7 @@ std::unique_ptr<Key> read_rsa_key(const KeyFile& file) {
 std::function<std::unique_ptr<Key>()> prepare_rsa_key(const KeyOptions& options, const Key* domain) {
     if (domain != nullptr || options.parameters_only) throw UsageError("RSA keys have no parameters");
     if (options.subgroup_bits || options.generator) throw UsageError("RSA keys have no subgroup and no generator");
+    options.refuse_curve();
     const PrimeKind& kind = find_row(kPrimeKinds, "--kind", options.kind.value_or("plain"));
     const std::int64_t bits = options.bits.value_or(kDefaultBits);
     if (bits < kind.least_bits || bits > kMostBits) {

@@ -24,21 +24,22 @@ struct Options {
 };
 
 void add_options(CommandLine& line, Options& options) {
-    line.add_option("--hash", options.choice.hash, "The hash; default is sha256 of RSA, sha1 of DSA, has160 of KCDSA")
+    line.add_option("--hash", options.choice.hash,
+                    "The hash; default is sha256 of RSA, sha1 of DSA and EC, has160 of others")
         ->type_name("NAME");
     line.add_option("--scheme", options.choice.scheme, "RSA: pkcs1 or pss; default is pss")->type_name("NAME");
     line.add_option("--mgf-hash", options.choice.mask_hash, "RSA, pss: the hash of the mask; default is that of --hash")
         ->type_name("NAME");
     line.add_option("--salt", options.choice.salt, "RSA, pss: bytes of salt; default is the hash's")->type_name("N");
     line.add_flag("--old", options.choice.old, "KCDSA: the older generation, which signs a hash value");
-    line.add_option("--kind", options.kind, "What the key is, where its file does not tell: rsa, dsa, kcdsa")
+    line.add_option("--kind", options.kind, "What the key is, where its file does not tell: rsa, dsa, kcdsa, ec")
         ->type_name("NAME");
 }
 
 constexpr char kAboutKeys[] =
     "The key is in PEM or DER, not enciphered; its file tells the kind, but for bare DER, which is taken for DSA\n"
     "when it may be KCDSA. DSA takes every hash that is no longer than q. KCDSA takes sha1 and has160, with --old\n"
-    "every hash that is no longer than q.\n"
+    "every hash that is no longer than q. EC takes sha1 alone and signs by ECDSA, EC-KCDSA has160 alone.\n"
     "\n";
 
 }  // namespace

@@ -157,6 +157,7 @@ DomainSize domain_size(const KeyOptions& options, std::int64_t least_p_bits, std
 }
 
 void refuse_foreign_options(const KeyOptions& options, const Key* domain) {
+    options.refuse_curve();
     if (options.exponent || options.generator) throw UsageError("--exponent is for rsa, --generator for dh");
     if (domain != nullptr && (options.bits || options.subgroup_bits || options.kind)) {
         throw UsageError("--params leaves nothing for --bits, --subgroup-bits and --kind to say");

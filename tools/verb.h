@@ -30,6 +30,7 @@ ExitCode run_sign(const Verb& verb, const Arguments& arguments);
 ExitCode run_verify(const Verb& verb, const Arguments& arguments);
 ExitCode run_derive(const Verb& verb, const Arguments& arguments);
 ExitCode run_rsa(const Verb& verb, const Arguments& arguments);
+ExitCode run_ec(const Verb& verb, const Arguments& arguments);
 ExitCode run_list(const Verb& verb, const Arguments& arguments);
 
 }  // namespace morvane::tool

@@ -492,8 +492,11 @@ def der(tag, *parts):
 DH = bytes.fromhex("06092a864886f70d010301")  # dhKeyAgreement
 
 
+CURVES = {"sect163k1": "06052b81040001", "c2pnb163v1": "06082a8648ce3d030001", "secp160r1": "06052b81040008"}
+
+
 class KeyTest(ToolTest):
-    """DSA and Diffie-Hellman against the openssl command of the system that runs the tests."""
+    """DSA, Diffie-Hellman and curves against the openssl command of the system that runs the tests."""
 
     def verify(self, key, *options, code=GOOD, data=TEXT):
         out, _ = self.run_tool("verify", "--key", key, "--signature", "signature", *options, stdin=data, code=code)
@@ -607,9 +610,107 @@ class KeyTest(ToolTest):
             self.write("bad", bad)
             self.run_tool("genkey", "dh", "--params", "bad", "--out", "new", code=INPUT_OUTPUT)
 
+    def test_ec(self):
+        self.write("data", TEXT)
+        for curve in list(CURVES)[2 if IS_WINDOWS else 0:]:  # Wine is slow to start
+            form = "der" if curve == "c2pnb163v1" else "pem"
+            self.run_tool("genkey", "EC", "--curve", curve, "--out", "ours", "--public", "ours-public", "--format", form, "--force")
+            self.openssl("pkey", "-in", "ours", "-check", "-noout")
+            self.assertEqual(self.openssl("pkcs8", "-topk8", "-nocrypt", "-in", "ours", "-outform", form), self.read("ours"))
+            self.assertEqual(self.openssl("pkey", "-in", "ours", "-pubout", "-outform", form), self.read("ours-public"))
+            # SEC 1 behind its parameters, bare and without the public key, and so in PKCS #8
+            self.openssl("ecparam", "-name", curve, "-genkey", "-out", "theirs")
+            self.openssl("ec", "-in", "theirs", "-no_public", "-outform", "der", "-out", "sec1")
+            self.openssl("pkey", "-in", "sec1", "-out", "pkcs8")
+            self.openssl("pkey", "-in", "theirs", "-pubout", "-outform", "der", "-out", "theirs-public")
+            secret = self.openssl("pkeyutl", "-derive", "-inkey", "theirs", "-peerkey", "ours-public")
+            self.assertEqual(len(secret), 20 if curve == "secp160r1" else 21)
+            for key, peer in (("ours", "theirs-public"), ("theirs", "ours-public"), ("sec1", "ours"), ("pkcs8", "ours-public")):
+                self.assertEqual(self.run_tool("derive", "--key", key, "--peer", peer)[0], secret, key)
+            for key in ("ours", "sec1"):
+                self.run_tool("sign", "--key", key, "data", "signature", "--force")
+                self.openssl("dgst", "-sha1", "-verify", "ours-public" if key == "ours" else "theirs-public", "-signature", "signature", "data")
+            self.openssl("dgst", "-sha1", "-sign", "theirs", "-out", "signature", "data")
+            self.verify("theirs-public", "--hash", "SHA1")
+            self.verify("pkcs8", data=TEXT[1:], code=MISMATCH)
+            self.verify("ours-public", code=MISMATCH)
+            self.write("signature", self.read("signature") + b"0")
+            self.verify("theirs-public", code=MISMATCH)
+        self.write("signature", self.run_tool("sign", "--key", "ours")[0])  # of nothing
+        self.verify("ours-public", data=b"")
+
+    def test_files_of_other_curves_and_of_no_key(self):
+        self.run_tool("genkey", "ec", "--curve", "secp160r1", "--out", "key", "--format", "der")
+        self.openssl("pkey", "-in", "key", "-pubout", "-ec_conv_form", "compressed", "-out", "compressed")
+        self.openssl("pkey", "-in", "key", "-ec_param_enc", "explicit", "-out", "explicit")
+        self.openssl("genpkey", "-algorithm", "EC", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-out", "p256")
+        ec, curves = bytes.fromhex("06072a8648ce3d0201"), {name: bytes.fromhex(oid) for name, oid in CURVES.items()}
+        order = (1 << 160) + 0x1F4C8F927AED3CA752257  # of secp160r1
+        point = self.read("key")[-41:]
+
+        def private(d, more=b"", curve="secp160r1"):
+            return der(0x30, 1, der(4, d.to_bytes(21, "big")), der(0xa0, curves[curve]), more)
+
+        self.write("off", der(0x30, der(0x30, ec, curves["secp160r1"]), der(3, b"\0\4" + b"\5" * 40)))
+        self.write("zero", private(0))
+        self.write("order", private(order))
+        self.write("foreign", private(2, der(0xa1, der(3, b"\0" + point))))
+        self.write("two", der(0x30, 0, der(0x30, ec, curves["secp160r1"]), der(4, private(2, curve="sect163k1"))))
+        names = sorted(os.listdir())
+        cases = (("compressed", b"compressed"), ("explicit", b"by name"), ("p256", b"curve is not given as"), ("off", b"no uncompressed point"),
+                 ("zero", b"not below the order"), ("order", b"not below the order"), ("foreign", b"do not belong together"), ("two", b"two curves"))
+        for name, message in cases[::3] if IS_WINDOWS else cases:
+            err = self.run_tool("ec", "encrypt", "--key", name, "key", "new", code=INPUT_OUTPUT)[1]
+            self.assertRegex(err, b"^morvane: " + name.encode() + b": [^\n]*" + message + b"[^\n]*\n$")
+        # the last number that is one, with the base point mirrored
+        self.write("last", private(order - 1))
+        self.run_tool("sign", "--key", "last", "key", "signature")
+        self.openssl("pkey", "-in", "last", "-pubout", "-out", "last-public")
+        self.openssl("dgst", "-sha1", "-verify", "last-public", "-signature", "signature", "key")
+        for peer in ("other", "dh"):
+            self.run_tool("genkey", *(("dh", "--bits", "64") if peer == "dh" else ("ec", "--curve", "sect163k1")), "--out", peer)
+            self.assertEqual(self.run_tool("derive", "--key", "key", "--peer", peer, code=MISMATCH)[0], b"")
+        self.assertEqual(sorted(os.listdir()), sorted([*names, "last", "last-public", "signature", "other", "dh"]))
+
+    def test_eckcdsa(self):
+        for curve in list(CURVES)[2 if IS_WINDOWS else 0:]:
+            self.run_tool("genkey", "eckcdsa", "--curve", curve, "--out", "key", "--public", "public", "--force")
+            self.assertRegex(self.openssl("asn1parse", "-in", "public"), b":1.2.410.200004.1.100\n.*:" + curve.encode())
+            signature, _ = self.run_tool("sign", "--key", "key", stdin=TEXT)
+            self.write("signature", signature)
+            self.verify("public", "--hash", "has160")
+            self.verify("key", data=TEXT[1:], code=MISMATCH)
+            self.write("signature", signature[:-1] + bytes([signature[-1] ^ 1]))
+            self.verify("public", code=MISMATCH)
+
+    def test_ec_encryption(self):
+        for curve in list(CURVES)[2 if IS_WINDOWS else 0:]:
+            for name in ("key", "other"):
+                self.run_tool("genkey", "ec", "--curve", curve, "--out", name, "--public", name + "-public", "--force")
+            sizes = (100001,) if IS_WINDOWS else (1, 100001)
+            for size in sizes:
+                self.write("data", key_of(size))
+                self.run_tool("ec", "encrypt", "--key", "key-public", "data", "cipher", "--force")
+                cipher = self.read("cipher")
+                self.assertEqual(len(cipher), size + (61 if curve == "secp160r1" else 63))
+                self.assertEqual(self.run_tool("ec", "decrypt", "--key", "key", stdin=cipher)[0], key_of(size))
+            names = sorted(os.listdir())
+            # form of the point, message, tag; a message of no bytes
+            wrong = [cipher[:at] + bytes([cipher[at] ^ 1]) + cipher[at + 1:] for at in (0, 100, len(cipher) - 1)] + [cipher[:-size], b""]
+            for key, data in (("other", cipher), *(("key", data) for data in (wrong[::2] if IS_WINDOWS else wrong))):
+                err = self.run_tool("ec", "decrypt", "--key", key, "-", "new", stdin=data, code=MISMATCH)[1]
+                self.assertEqual(err.rstrip(), b"morvane: standard input: wrong key or damaged data")
+            self.assertEqual(sorted(os.listdir()), names)
+        self.write_zeros("long", (64 << 20) + 1)
+        for name, message in (("-", b"is empty"), ("long", b"too long")):
+            out, err = self.run_tool("ec", "encrypt", "--key", "key-public", name, code=INPUT_OUTPUT)
+            self.assertEqual((out, message in err), (b"", True))
+
     def test_wrong_usage(self):
         self.run_tool("genkey", "dsa", "--bits", "512", "--out", "dsa", "--public", "public")
         self.run_tool("genkey", "dh", "--bits", "64", "--out", "dh")
+        for kind in ("ec", "eckcdsa"):
+            self.run_tool("genkey", kind, "--curve", "secp160r1", "--out", kind)
         names = sorted(os.listdir())
         new = ("--out", "new")
         cases = (("genkey", "dsa", "--kind", "seeded", *new), ("genkey", "kcdsa", "--kind", "seeded", "--bits", "1023", *new),
@@ -618,11 +719,16 @@ class KeyTest(ToolTest):
                  ("genkey", "dsa", "--params-only", "--public", "other", *new), ("genkey", "dh", "--generator", "1", *new),
                  ("genkey", "rsa", "--generator", "2", *new), ("sign",), ("verify", "--key", "public"), ("derive", "--key", "dh"),
                  ("sign", "--key", "dsa", "--old"), ("sign", "--key", "dsa", "--salt", "1"), ("sign", "--key", "dsa", "--hash", "none"),
-                 ("sign", "--key", "-"), ("sign", "--key", "dsa", "--kind", "none"))
+                 ("sign", "--key", "-"), ("sign", "--key", "dsa", "--kind", "none"),
+                 ("genkey", "ec", *new), ("genkey", "eckcdsa", "--curve", "secp160k1", *new),
+                 ("genkey", "ec", "--curve", "secp160r1", "--bits", "160", *new), ("genkey", "ec", "--curve", "secp160r1", "--params", "ec", *new),
+                 ("sign", "--key", "ec", "--hash", "sha256"), ("sign", "--key", "eckcdsa", "--hash", "sha1"), ("sign", "--key", "ec", "--old"),
+                 ("sign", "--key", "ec", "--salt", "1"), *(("genkey", kind, "--curve", "secp160r1", *new) for kind in ("rsa", "dsa", "kcdsa", "dh")))
         for arguments in cases[::5] if IS_WINDOWS else cases:
             self.assertEqual(self.run_tool(*arguments, code=USAGE)[0], b"", arguments)
         for arguments in (("sign", "--key", "public"), ("sign", "--key", "dh"), ("derive", "--key", "dsa", "--peer", "dsa"),
                           ("genkey", "dh", "--params", "dsa", *new), ("sign", "--kind", "kcdsa", "--key", "dh"),
+                          ("derive", "--key", "eckcdsa", "--peer", "ec"), ("ec", "encrypt", "--key", "eckcdsa"), ("ec", "encrypt", "--key", "ec"),
                           ("genkey", "dsa", "--out", "public")):
             self.assertEqual(self.run_tool(*arguments, code=INPUT_OUTPUT)[0], b"", arguments)
         self.assertEqual(sorted(os.listdir()), names)
@@ -637,7 +743,8 @@ class CommandTest(ToolTest):
                  "genkey": ["rsa", "none --out new", "rsa --out new --bits 31", "rsa --out new --bits 4801",
                             "rsa --out new --exponent 4", "rsa --out new --public new"],
                  "rsa": ["none --key key", "sign", "encrypt --key key --scheme pss", "sign --key -", "verify --key key",
-                         "sign --key key --label x", "encrypt --key key --scheme pkcs1 --hash sha1"]}
+                         "sign --key key --label x", "encrypt --key key --scheme pkcs1 --hash sha1"],
+                 "ec": ["encrypt", "sign --key key", "decrypt --key -"]}
         for verb, cases in verbs.items():
             for case in cases[::4] if IS_WINDOWS else cases:  # Wine is slow to start
                 out, err = self.run_tool(*verb.split(), *case.split(), code=USAGE)
@@ -656,8 +763,8 @@ class CommandTest(ToolTest):
     def test_help_names_every_verb_and_option(self):
         out, _ = self.run_tool("help")
         verbs = [line.split()[0].decode() for line in out.split(b"\n") if line.startswith(b"  ")]
-        self.assertEqual(verbs, ["digest", "encrypt", "decrypt", "random", "prime", "genkey", "sign", "verify", "derive", "rsa", "list", "version",
-                                 "help"])
+        self.assertEqual(verbs, ["digest", "encrypt", "decrypt", "random", "prime", "genkey", "sign", "verify", "derive", "rsa", "ec", "list",
+                                 "version", "help"])
         self.assertEqual(self.run_tool("-h")[0], out)
         out, _ = self.run_tool("help", "digest")
         self.assertRegex(out, rb"(?s)ALGORITHM.*FILE.*--check.*--quiet.*Exit codes")
@@ -670,6 +777,7 @@ class CommandTest(ToolTest):
         out, _ = self.run_tool("list")
         self.assertRegex(out, rb"(?m)^NAME +KIND +BYTES +NOTE\n(.*\n)*sha1 +digest +20 +broken")
         self.assertRegex(out, rb"(?m)^des3 +cipher +24 .*CBC only\n(.*\n)*blowfish +cipher +1-72 ")
+        self.assertRegex(out, rb"(?m)^ec +public-key +20-21 +.*sect163k1, c2pnb163v1, secp160r1\n")
         self.assertRegex(out, rb"(?m)^pool +random +any +for keys(.*\n)*des +random +any +not for secrets\n")
 
 
