@@ -39,9 +39,8 @@ int main(int argc, char** argv) {
         fprintf(stderr, "cannot read %s\n", argv[3]);
     } else {
         K_str2bin(context, argv[2], &key.Data, &key.Length);
-        code = strcmp(argv[1], "seal") == 0
-                   ? K_Encryption(context, K_CIPHER_SEED, K_OPTION_CBC_PKCS5, &key, &in, &out)
-                   : K_Decryption(context, K_CIPHER_SEED, K_OPTION_CBC_PKCS5, &key, &in, &out);
+        code = strcmp(argv[1], "seal") == 0 ? K_Encryption(context, K_CIPHER_SEED, K_OPTION_CBC_PKCS5, &key, &in, &out)
+                                            : K_Decryption(context, K_CIPHER_SEED, K_OPTION_CBC_PKCS5, &key, &in, &out);
         if (code != 0) {
             fprintf(stderr, "failed: 0x%x\n", (unsigned)code);
         } else if (!write_file(argv[4], &out)) {
