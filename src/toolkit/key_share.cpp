@@ -16,8 +16,9 @@ constexpr std::uint32_t kMostShares = 255;
 std::uint8_t multiply(std::uint8_t a, std::uint8_t b) noexcept {
     std::uint32_t product = 0;
     std::uint32_t shifted = a;
-    for (int i = 0; i < 8; ++i) {
-        product ^= shifted & (0U - (b >> i & 1U));
+    const std::uint32_t factor = b;
+    for (unsigned i = 0; i < 8; ++i) {
+        product ^= shifted & (0U - (factor >> i & 1U));
         shifted = (shifted << 1) ^ (0x11b & (0U - (shifted >> 7)));
     }
     return static_cast<std::uint8_t>(product);
