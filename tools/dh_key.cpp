@@ -156,7 +156,7 @@ Secret DhKey::agree(const Key& peer, bool padded) const {
     if (length < 0) throw std::bad_alloc();
     const auto filled = static_cast<std::size_t>(length);
     if (padded) {
-        std::ranges::rotate(*secret, (*secret).begin() + length);
+        std::rotate((*secret).begin(), (*secret).begin() + length, (*secret).end());
     } else {
         (*secret).resize(filled);
     }

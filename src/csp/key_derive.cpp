@@ -12,7 +12,7 @@ using namespace morvane;
 using namespace morvane::bignum;
 using namespace morvane::csp;
 
-constexpr std::size_t kBytes = 4 * E_DH_WORDS;
+constexpr std::size_t kBytes = std::size_t{4} * E_DH_WORDS;
 
 bool load(ENUM& x, const CSSM_DATA& octets) noexcept {
     if (octets.Data == nullptr || octets.Length == 0 || octets.Length > kBytes) return false;

@@ -32,19 +32,24 @@ bool load_rsa(E_RSA_KEY& rsa, const CSSM_KEY& key, void (*get)(E_RSA_KEY*, const
     return position == key.KeyData.Data + key.KeyData.Length && position != key.KeyData.Data;
 }
 
-struct RsaKey : E_RSA_KEY {
-    RsaKey() noexcept : E_RSA_KEY{} {}
-    ~RsaKey() { wipe(static_cast<E_RSA_KEY*>(this), sizeof(E_RSA_KEY)); }
+struct RsaKey {
+    E_RSA_KEY key{};
+
+    RsaKey() = default;
+    ~RsaKey() { wipe(&key, sizeof key); }
+    RsaKey(const RsaKey&) = delete;
+    RsaKey& operator=(const RsaKey&) = delete;
 };
 
 constexpr std::uint32_t kMostRsaBytes = 4 * E_RSA_MODULUS_WORDS;
 
 std::uint32_t wrap_by_rsa(const Wrapping& with, const CSSM_DATA& in, CSSM_DATA& out) noexcept {
     RsaKey rsa;
-    if (!load_rsa(rsa, with.key, E_ASN1_GetRSAPublicKey)) return CSP_ERR_BAD_KEY;
+    if (!load_rsa(rsa.key, with.key, E_ASN1_GetRSAPublicKey)) return CSP_ERR_BAD_KEY;
     if (in.Length > kMostRsaBytes) return CSP_ERR_PRIMITIVE_FAILED;
     SecretArray<std::uint8_t, kMostRsaBytes> block;
-    const std::int32_t size = E_RSA_Public_Encrypt(block.items.data(), in.Data, static_cast<std::int32_t>(in.Length), &rsa);
+    const std::int32_t size =
+        E_RSA_Public_Encrypt(block.items.data(), in.Data, static_cast<std::int32_t>(in.Length), &rsa.key);
     if (size <= 0) return CSP_ERR_PRIMITIVE_FAILED;
     Output wrapped;
     if (const std::uint32_t code = wrapped.prepare(out, static_cast<std::uint32_t>(size)); code != 0) return code;
@@ -55,11 +60,12 @@ std::uint32_t wrap_by_rsa(const Wrapping& with, const CSSM_DATA& in, CSSM_DATA& 
 
 std::uint32_t unwrap_by_rsa(const Wrapping& with, const CSSM_DATA& in, CSSM_DATA& out) noexcept {
     RsaKey rsa;
-    if (!load_rsa(rsa, with.key, E_ASN1_GetRSAPrivateKey)) return CSP_ERR_BAD_KEY;
+    if (!load_rsa(rsa.key, with.key, E_ASN1_GetRSAPrivateKey)) return CSP_ERR_BAD_KEY;
     SecretArray<std::uint8_t, kMostRsaBytes> block;
-    const std::int32_t size = in.Length > kMostRsaBytes ? -1
-                                                        : E_RSA_Private_Decrypt(block.items.data(), in.Data,
-                                                                                static_cast<std::int32_t>(in.Length), &rsa);
+    const std::int32_t size =
+        in.Length > kMostRsaBytes
+            ? -1
+            : E_RSA_Private_Decrypt(block.items.data(), in.Data, static_cast<std::int32_t>(in.Length), &rsa.key);
     if (size <= 0) return CSP_ERR_PRIMITIVE_FAILED;
     Output key;
     if (const std::uint32_t code = key.prepare(out, static_cast<std::uint32_t>(size)); code != 0) return code;

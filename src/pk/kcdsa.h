@@ -43,10 +43,10 @@ public:
 private:
     std::span<const Word> x_words_;
     Group group_;
+    bool ready_ = false;
     Scalars scalars_;
     Scalar x_;
     Scalar k_;
-    bool ready_ = false;
 };
 
 // W = y^s g^e mod p, of the words of p. False unless y is there and s from 1 to q - 1, or if there is no memory.
