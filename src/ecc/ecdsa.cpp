@@ -8,6 +8,7 @@
 #include "bignum/record.h"
 #include "ecc/signature_block.h"
 #include "random/big_endian.h"
+#include "random/hedge.h"
 
 #include <algorithm>
 
@@ -70,7 +71,7 @@ std::int32_t sign(Word* r, Word* s, std::int32_t curve, const TORVA_V1_OPAQUE8* 
     if (!text || !read_private_key(d, curve, private_key)) return kCannotSign;
     Word e[kWords];
     digest(e, curve, *text);
-    stir(d, *text);
+    random::hedge(d.items, *text);
     Signed result = Signed::kTryAnotherK;
     while (result == Signed::kTryAnotherK) {
         draw(k, curve, E_GenerateRandom_X962);

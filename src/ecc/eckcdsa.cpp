@@ -5,6 +5,7 @@
 #include "base/bytes.h"
 #include "bignum/octets.h"
 #include "ecc/signature_block.h"
+#include "random/hedge.h"
 
 #include <algorithm>
 #include <functional>
@@ -75,7 +76,7 @@ std::int32_t sign(Signature& signature, std::int32_t curve, const TORVA_V1_OPAQU
     if (!text || !q || !read_private_key(d, curve, private_key)) return kCannotSign;
     const HashValue h = hash_message(*q, *text);
     if (given_k != nullptr) return sign_with(signature, curve, h, d, given_k) == Signed::kYes ? 0 : kCannotSign;
-    stir(d, *text);
+    random::hedge(d.items, *text);
     Signed result = Signed::kTryAnotherK;
     while (result == Signed::kTryAnotherK) {
         draw(k, curve, E_GenerateRandom_ECKCDSA);

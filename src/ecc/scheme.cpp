@@ -1,9 +1,6 @@
 #include "ecc/scheme.h"
 
-#include <morvane/hash.h>
-
 #include "bignum/octets.h"
-#include "random/pool.h"
 
 namespace morvane::ecc {
 namespace {
@@ -85,20 +82,6 @@ void draw(Word* k, std::int32_t curve, decltype(E_GenerateRandom_X962)* generato
     std::uint32_t size = 0;
     while (size == 0) generator(static_cast<std::uint32_t>(curve), octets.items.data(), &size, n_octets, kOrderOctets);
     octets_to_words(k, kWords, octets.items.data(), size);
-}
-
-void stir(const Word* d, Octets message) noexcept {
-    constexpr std::size_t kKeyOctets = kWords * sizeof(Word);
-    SecretArray<std::uint8_t, kKeyOctets> key;
-    words_to_octets(key.items.data(), kKeyOctets, d, kWords);
-    SecretArray<std::uint8_t, E_SHA1_DIGEST_BYTES> digest;
-    E_SHA1_CTX hash;
-    E_SHA1_Init(&hash);
-    E_SHA1_Update(&hash, key.items.data(), kKeyOctets);
-    E_SHA1_Update(&hash, message.data(), static_cast<std::uint32_t>(message.size()));
-    E_SHA1_Final(&hash, digest.items.data());
-    wipe(&hash, sizeof hash);
-    RAND_Seed(digest.items.data(), E_SHA1_DIGEST_BYTES);
 }
 
 }  // namespace morvane::ecc

@@ -55,7 +55,4 @@ void draw(Word* k, std::int32_t curve, decltype(E_GenerateRandom_X962)* generato
 // What came of signing with one k.
 enum class Signed { kYes, kTryAnotherK, kFailed };
 
-// Stirs a hash of private key and message into the general pool, from which the generators of scalars start.
-void stir(const Word* d, Octets message) noexcept;
-
 }  // namespace morvane::ecc

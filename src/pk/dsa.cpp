@@ -4,6 +4,7 @@
 #include "bignum/work_record.h"
 #include "pk/domain.h"
 #include "pk/signature.h"
+#include "random/hedge.h"
 
 #include <morvane/bignum.h>
 #include <morvane/kcdsa.h>
@@ -58,7 +59,7 @@ std::int32_t E_DSA_Sign(const std::uint8_t* hash, std::int32_t hash_len, std::ui
     scalars.load(x, x_words);
     scalars.load_octets(m, hash_bytes);
     for (int i = 0; i < kAttempts; ++i) {
-        stir(x_words, hash_bytes);
+        morvane::random::hedge(x_words, hash_bytes);
         scalars.draw(k);
         if (scalars.is_zero(k)) continue;
         if (!dsa_signature(r, s, group, scalars, x, m, k)) return 0;

@@ -4,10 +4,7 @@
 #include "bignum/power.h"
 #include "bignum/product.h"
 #include "bignum/record.h"
-#include "pk/hash_select.h"
-#include "random/pool.h"
 
-#include <morvane/hash.h>
 #include <morvane/random.h>
 
 #include <algorithm>
@@ -117,12 +114,6 @@ void Scalars::draw(Scalar& r) noexcept {
     ENUM number{0, 0, words.items.data()};
     EN_Random(&number, static_cast<std::int32_t>(32 * group_.q().size()), 1, 0);
     load(r, {words.items.data(), group_.q().size()});
-}
-
-void stir(std::span<const Word> x, std::span<const std::uint8_t> hash) noexcept {
-    SecretArray<std::uint8_t, E_SHA1_DIGEST_BYTES> seed;
-    digest(kSha1, seed.items, {{reinterpret_cast<const std::uint8_t*>(x.data()), x.size_bytes()}, hash});
-    RAND_Seed(seed.items.data(), E_SHA1_DIGEST_BYTES);
 }
 
 }  // namespace morvane::pk

@@ -89,9 +89,6 @@ private:
     bignum::Residues residues_;
 };
 
-// Stirs SHA-1 of a private key and of what it is to sign into the pool that draw() takes from.
-void stir(std::span<const Word> x, std::span<const std::uint8_t> hash) noexcept;
-
 // Attempts after which a record counts as one that cannot sign: of a sound one, more than a few do not happen.
 inline constexpr int kAttempts = 1000;
 

@@ -4,6 +4,7 @@
 #include "bignum/product.h"
 #include "bignum/record.h"
 #include "pk/signature.h"
+#include "random/hedge.h"
 
 #include <algorithm>
 #include <bit>
@@ -25,7 +26,7 @@ KcdsaSigner::KcdsaSigner(const E_KCDSA_KEY& key) noexcept : x_words_(group_membe
 }
 
 bool KcdsaSigner::draw(std::span<const std::uint8_t> hash) noexcept {
-    stir(x_words_, hash);
+    random::hedge(x_words_, hash);
     scalars_.draw(k_);
     return !scalars_.is_zero(k_);
 }
