@@ -105,10 +105,10 @@ ExitCode run_genkey(const Verb& verb, const Arguments& arguments) {
     line.footer(
         "Private keys are, where the system has such permissions, for nobody but the owner to read. RSA keys are\n"
         "written in the forms of PKCS #1, private DSA keys in OpenSSL's, all others in those of PKCS #8 and X.509.\n"
-        "strong has safe primes, which takes minutes for 2048 bits. x9 has primes in the manner of ANSI X9.31, and\n"
+        "strong has safe primes, which takes many seconds for 4096 bits. x9 has primes in the manner of ANSI X9.31, and\n"
         "strong-x9 builds these on safe primes. seeded draws the parameters from a seed, which is printed with the\n"
         "count that it led to, so that others can repeat it; builtin takes those of the library. dh searches for a\n"
-        "safe prime, a minute or more for 2048 bits: make parameters once, and keys for both sides with --params.\n"
+        "safe prime, seconds to minutes for 2048 bits: make parameters once, and keys for both sides with --params.\n"
         "Parameters from a file are tested. eckcdsa keys are in the forms of ec keys under an identifier of their own,\n"
         "which other programs may not know.\n"
         "\n"

@@ -8,7 +8,7 @@
  * with 0, 1 or p - 1 from a peer, the secret can be guessed or tells bits of x. Check what comes from strangers
  * (EN_IsStrongPrime, and 1 < value < p - 1), as the morvane tool does.
  *
- * Time. What x enters takes a time that depends on lengths only, if p is odd and x has more than 32 bits. */
+ * Time. What x enters takes a time that depends on lengths only, if p is odd. */
 #ifndef MORVANE_DH_H
 #define MORVANE_DH_H
 
@@ -38,7 +38,7 @@ MORVANE_API void MORVANE_CALL E_DH_Init(E_DH_KEY* key);
 /* p = a safe prime of EN_GeneratePrimeStrongDH with pBits bits, g = generator. With generator 2, p is 11 modulo 24, with 3
  * it is 11 modulo 12, with 5 it is 3 modulo 10; with any other one p is any safe prime. (5 modulo 12, which one would
  * expect for 3, has no safe prime.) The record is left as it was if pBits is below 2 or above 4800, or where there is no
- * memory. 1024 bits take about a second, 2048 a minute. */
+ * memory. With AVX-512, 1024 bits take some tenths of a second, 2048 some seconds. */
 MORVANE_API void MORVANE_CALL E_DH_GenerateParameters(E_DH_KEY* key, int32_t pBits, uint32_t generator);
 
 /* y = g^x mod p. A record that E_DH_Init has prepared has storage for x, and its x is taken as it stands. Only where

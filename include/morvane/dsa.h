@@ -52,7 +52,7 @@ MORVANE_API void MORVANE_CALL E_DSA_Init(E_DSA_KEY* key);
 /* A domain and a key pair. q is a prime of EN_GeneratePrimeRSA, p the first prime X - (X mod 2 q) + 1 of exactly pBits bits
  * for random X, g = h^((p - 1) / q) mod p for a random h; x is a random number of qBits bits modulo q, not 0, and y = g^x
  * mod p. Where p is hardly longer than q and none is found, q is drawn again. The record is left as it was if qBits is
- * below 2, pBits not above qBits or above 4800, or where there is no memory. 1024 and 160 take some tens of milliseconds.
+ * below 2, pBits not above qBits or above 4800, or where there is no memory. 1024 and 160 take some ten milliseconds.
  */
 MORVANE_API void MORVANE_CALL E_DSA_GenerateKey(E_DSA_KEY* key, int32_t pBits, int32_t qBits);
 

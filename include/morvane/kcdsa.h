@@ -9,8 +9,8 @@
  *
  * The older functions take a hash value that the caller has formed and always hash W with HAS-160: as many bytes as the
  * words of W have, first those of W without leading zeros, then zeros. They sign again until (r XOR hash) mod q has no
- * divisor in common with p - 1; every other signature at best passes, so they take several times as long. Signatures of the
- * two generations are not interchangeable. */
+ * divisor in common with p - 1; every other signature at best passes, so they take twice as long and more. Signatures of
+ * the two generations are not interchangeable. */
 #ifndef MORVANE_KCDSA_H
 #define MORVANE_KCDSA_H
 
@@ -51,7 +51,7 @@ MORVANE_API void MORVANE_CALL E_KCDSA_GenerateKey3(E_KCDSA_KEY* key, int32_t pBi
  * standard says; g = h^(2 J) mod p for a random h. Then a key pair. pBits of 1024 and more, qBits from 16 to pBits - 32.
  *   seed    20 bytes, the seed
  *   count   the count, from 1 to 2^24
- * 1024 and 160 bits take about a second. */
+ * 1024 and 160 bits take some tenths of a second. */
 MORVANE_API void MORVANE_CALL E_KCDSA_GenerateX9Key(E_KCDSA_KEY* key, int32_t pBits, int32_t qBits, uint8_t* seed,
                                                     uint32_t* count);
 
