@@ -37,10 +37,6 @@ struct Calls {
     CspSizePair sizes{};
     K_CONTEXT* context;
 
-    const CSSM_CONTEXT_ATTRIBUTE attributes[6] = {{CSP_ATTR_KEY, 0, {}},         {CSP_ATTR_INIT_VECTOR, 0, {}},
-                                                  {CSP_ATTR_MODE, 0, {4}},       {CSP_ATTR_PADDING, 0, {6}},
-                                                  {CSP_ATTR_BLOCK_SIZE, 0, {8}}, {CSP_ATTR_OUTPUT_SIZE, 0, {16}}};
-    const CSSM_CONTEXT_ATTRIBUTE bits[1] = {{CSP_ATTR_BLOCK_SIZE, 0, {512}}};
     Session digest{CSP_CONTEXT_DIGEST, CSP_ALG_SHA1}, random{CSP_CONTEXT_RANDOM, CSP_ALG_RANDOM},
         des{CSP_CONTEXT_SYMMETRIC, CSP_ALG_DES}, md5_mac{CSP_CONTEXT_MAC, CSP_ALG_MD5},
         des_mac{CSP_CONTEXT_MAC, CSP_ALG_DES}, des_key{CSP_CONTEXT_KEYGEN, CSP_ALG_DES},
@@ -51,23 +47,23 @@ struct Calls {
         const K_ALLOCATOR allocator = {[](void*, std::size_t size) { return std::malloc(size); },
                                        [](void*, void* block) { std::free(block); }, nullptr};
         context = K_NewContext(&allocator);
-        const_cast<CSSM_CONTEXT_ATTRIBUTE&>(attributes[0]).Attribute.Key = &p.des;
-        const_cast<CSSM_CONTEXT_ATTRIBUTE&>(attributes[1]).Attribute.Data = &iv;
-        for (Session* const session : {&random, &des, &md5_mac, &des_mac, &des_key, &dh}) session->give(attributes);
-        for (Session* const session : {&pair, &domain}) session->give(bits);
+        for (Session* const session : {&des, &md5_mac, &des_mac}) {
+            session->with(&p.des).with(&iv).with(CSP_ATTR_MODE, CSP_MODE_CBC).with(CSP_ATTR_PADDING, 6);
+        }
+        for (Session* const session : {&des_key, &dh}) session->with(CSP_ATTR_BLOCK_SIZE, 8);
+        random.with(CSP_ATTR_OUTPUT_SIZE, 16);
+        pair.with(CSP_ATTR_BLOCK_SIZE, 512);
         base.KeyData = text;
         p.derived.KeyHeader.AlgorithmId = CSP_ALG_DES;
     }
     ~Calls() {
-        {
-            const FailingHeap heap(INT_MAX);
-            for (CSSM_KEY* made = &p.des; made <= &p.derived; ++made) CSP_FreeKey(0, nullptr, made);
-            for (CSSM_DATA* made = &k.digest; made <= &k.long_block; ++made) K_free(context, made->Data);
-            EXPECT_EQ(heap.dirty(), 0);
-        }
-        for (CSSM_DATA* made = &p.digest; made <= &p.dh_params; ++made) std::free(made->Data);
+        const FailingHeap heap(INT_MAX);
+        for (CSSM_KEY* made = &p.des; made <= &p.derived; ++made) CSP_FreeKey(0, nullptr, made);
+        for (CSSM_DATA* made = &k.digest; made <= &k.long_block; ++made) K_free(context, made->Data);
         K_KCCTerm(context);
         EXPECT_EQ(K_EndContext(context), 0U);
+        EXPECT_EQ(heap.dirty(), 0);
+        for (CSSM_DATA* made = &p.digest; made <= &p.dh_params; ++made) std::free(made->Data);
     }
     Calls(const Calls&) = delete;
     Calls& operator=(const Calls&) = delete;

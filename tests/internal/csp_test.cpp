@@ -22,10 +22,9 @@ TEST(ErrorCell, MovesForeignCodesAbove2000) {
 }
 
 TEST(Attributes, FirstOfATypeCountsAndAnAbsentOneIsRecorded) {
-    const CSSM_CONTEXT_ATTRIBUTE attributes[] = {{7, 0, {1}}, {9, 0, {2}}, {9, 0, {3}}};
     Session session(0, 0);
-    session.give(attributes);
-    EXPECT_EQ(find_attribute(session, 9), &attributes[1]);
+    session.with(7, 1).with(9, 2).with(9, 3);
+    EXPECT_EQ(find_attribute(session, 9), &session.own[1]);
     store_error(1);
     EXPECT_EQ(find_attribute(session, 8), nullptr);
     EXPECT_EQ(GetError(), CSP_ERR_NO_ATTRIBUTE);
