@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <set>
+#include <span>
 
 namespace {
 
@@ -22,7 +23,7 @@ struct OfToolkit {
 };
 struct OfProvider {
     CSSM_KEY des, wrapped, unwrapped, pair[2], derived;
-    CSSM_DATA digest, last[4], mac[2], params, dh_params;
+    CSSM_DATA data[9];  // digest, last blocks, MACs, parameters
 };
 
 // What they get: the result of a call is an input of later ones.
@@ -58,12 +59,16 @@ struct Calls {
     }
     ~Calls() {
         const FailingHeap heap(INT_MAX);
-        for (CSSM_KEY* made = &p.des; made <= &p.derived; ++made) CSP_FreeKey(0, nullptr, made);
-        for (CSSM_DATA* made = &k.digest; made <= &k.long_block; ++made) K_free(context, made->Data);
+        for (CSSM_KEY* const made : {&p.des, &p.wrapped, &p.unwrapped, &p.pair[0], &p.pair[1], &p.derived}) {
+            CSP_FreeKey(0, nullptr, made);
+        }
+        for (const CSSM_DATA& made : std::span(reinterpret_cast<CSSM_DATA*>(&k), sizeof k / sizeof(CSSM_DATA))) {
+            K_free(context, made.Data);
+        }
         K_KCCTerm(context);
         EXPECT_EQ(K_EndContext(context), 0U);
         EXPECT_EQ(heap.dirty(), 0);
-        for (CSSM_DATA* made = &p.digest; made <= &p.dh_params; ++made) std::free(made->Data);
+        for (const CSSM_DATA& made : p.data) std::free(made.Data);
     }
     Calls(const Calls&) = delete;
     Calls& operator=(const Calls&) = delete;
@@ -76,14 +81,11 @@ struct Row {
     std::uint32_t (*call)(Calls&);
 };
 
-#define CSP(name, code, ...)                                                                 \
-    {                                                                                        \
-#name, {code }, [](Calls & c) { return name(0, __VA_ARGS__) == 0 ? 0 : GetError(); } \
-    }
-#define K(name, codes, ...)                                                                              \
-    {                                                                                                    \
-#name, codes, [](Calls & c) { return static_cast<std::uint32_t>(name(c.context, __VA_ARGS__)); } \
-    }
+Row row(const char* name, std::set<std::uint32_t> codes, std::uint32_t (*call)(Calls&)) { return {name, codes, call}; }
+
+#define ROW(name, codes, result) row(#name, codes, [](Calls& c) { return static_cast<std::uint32_t>(result); })
+#define CSP(name, code, ...)     ROW(name, {code}, name(0, __VA_ARGS__) == 0 ? 0 : GetError())
+#define K(name, codes, ...)      ROW(name, codes, name(c.context, __VA_ARGS__))
 
 const std::set<std::uint32_t> kNone = {}, kMemory = {KERR_MEMORY}, kPair = {KERR_OUTPUT_ALLOC},
                               kRequestAndPair = {KERR_MEMORY, KERR_OUTPUT_ALLOC};
@@ -96,29 +98,29 @@ const Row kRows[] = {
     CSP(CSP_GenerateRandom, 0, c.random.handle(), nullptr, &c.out),
     CSP(CSP_DigestDataInit, CSP_ERR_PRIMITIVE_FAILED, c.digest.handle(), nullptr),
     CSP(CSP_DigestDataUpdate, 0, c.digest.handle(), &c.text, 1),
-    CSP(CSP_DigestDataFinal, CSP_ERR_MEMORY, c.digest.handle(), &c.p.digest),
+    CSP(CSP_DigestDataFinal, CSP_ERR_MEMORY, c.digest.handle(), &c.p.data[0]),
     CSP(CSP_EncryptDataInit, 0, c.des.handle(), nullptr),
     CSP(CSP_EncryptDataUpdate, 0, c.des.handle(), &c.text, 1, &c.key, 1, &c.written),
-    CSP(CSP_EncryptDataFinal, CSP_ERR_MEMORY, c.des.handle(), &c.p.last[0]),
+    CSP(CSP_EncryptDataFinal, CSP_ERR_MEMORY, c.des.handle(), &c.p.data[1]),
     CSP(CSP_DecryptDataUpdate, 0, c.des.handle(), &c.text, 1, &c.key, 1, &c.written),
-    CSP(CSP_DecryptDataFinal, CSP_ERR_MEMORY, c.des.handle(), &c.p.last[1]),
-    CSP(CSP_EncryptData, CSP_ERR_MEMORY, c.des.handle(), nullptr, &c.text, 1, &c.key, 1, &c.written, &c.p.last[2]),
-    CSP(CSP_DecryptData, CSP_ERR_MEMORY, c.des.handle(), nullptr, &c.text, 1, &c.key, 1, &c.written, &c.p.last[3]),
+    CSP(CSP_DecryptDataFinal, CSP_ERR_MEMORY, c.des.handle(), &c.p.data[2]),
+    CSP(CSP_EncryptData, CSP_ERR_MEMORY, c.des.handle(), nullptr, &c.text, 1, &c.key, 1, &c.written, &c.p.data[3]),
+    CSP(CSP_DecryptData, CSP_ERR_MEMORY, c.des.handle(), nullptr, &c.text, 1, &c.key, 1, &c.written, &c.p.data[4]),
     CSP(CSP_GenerateMacInit, CSP_ERR_MEMORY, c.md5_mac.handle(), nullptr),
     CSP(CSP_GenerateMacUpdate, 0, c.md5_mac.handle(), &c.iv, 1),
-    CSP(CSP_GenerateMacFinal, CSP_ERR_MEMORY, c.md5_mac.handle(), &c.p.mac[0]),
+    CSP(CSP_GenerateMacFinal, CSP_ERR_MEMORY, c.md5_mac.handle(), &c.p.data[5]),
     CSP(CSP_VerifyMacInit, CSP_ERR_MEMORY, c.md5_mac.handle(), nullptr),
     CSP(CSP_GenerateMacUpdate, 0, c.md5_mac.handle(), &c.iv, 1),
-    CSP(CSP_VerifyMacFinal, 0, c.md5_mac.handle(), &c.p.mac[0]),
-    CSP(CSP_GenerateMac, CSP_ERR_MEMORY, c.des_mac.handle(), nullptr, &c.iv, 1, &c.p.mac[1]),
-    CSP(CSP_VerifyMac, 0, c.des_mac.handle(), nullptr, &c.iv, 1, &c.p.mac[1]),
+    CSP(CSP_VerifyMacFinal, 0, c.md5_mac.handle(), &c.p.data[5]),
+    CSP(CSP_GenerateMac, CSP_ERR_MEMORY, c.des_mac.handle(), nullptr, &c.iv, 1, &c.p.data[6]),
+    CSP(CSP_VerifyMac, 0, c.des_mac.handle(), nullptr, &c.iv, 1, &c.p.data[6]),
     CSP(CSP_WrapKey, CSP_ERR_MEMORY, c.des.handle(), nullptr, nullptr, &c.p.des, &c.p.wrapped),
     CSP(CSP_UnwrapKey, CSP_ERR_MEMORY, c.des.handle(), nullptr, nullptr, &c.p.wrapped, &c.p.unwrapped),
     CSP(CSP_FreeKey, 0, nullptr, &c.p.unwrapped),
     CSP(CSP_GenerateKeyPair, CSP_ERR_MEMORY, c.pair.handle(), nullptr, 0, 0, nullptr, &c.p.pair[0], 0, 0, nullptr,
         &c.p.pair[1]),
-    CSP(CSP_GenerateAlgorithmParams, CSP_ERR_MEMORY, c.domain.handle(), nullptr, 512, &c.p.params),
-    CSP(CSP_GenerateAlgorithmParams, CSP_ERR_MEMORY, c.dh.handle(), nullptr, 128, &c.p.dh_params),
+    CSP(CSP_GenerateAlgorithmParams, CSP_ERR_MEMORY, c.domain.handle(), nullptr, 512, &c.p.data[7]),
+    CSP(CSP_GenerateAlgorithmParams, CSP_ERR_MEMORY, c.dh.handle(), nullptr, 128, &c.p.data[8]),
     CSP(CSP_DeriveKey, CSP_ERR_MEMORY, c.dh.handle(), nullptr, &c.base, &c.iv, 0, 0, nullptr, &c.p.derived),
 
     {"K_KCCInit", kMemory, [](Calls& c) { return K_KCCInit(c.context) == 0 ? 0 : c.context->last_error; }},
@@ -138,7 +140,7 @@ const Row kRows[] = {
     K(K_GenerateRSAKey, kRequestAndPair, 512, &c.k.rsa[0], &c.k.rsa[1]),
     K(K_GenAssymetricKey, kRequestAndPair, K_PAIR_DSA, 300, &c.k.dsa[0], &c.k.dsa[1]),
     K(K_GenerateKCDSAKeyPair, kRequestAndPair, 300, &c.k.kcdsa[0], &c.k.kcdsa[1]),
-    K(K_GenerateKCDSAKeyPair_Params, kPair, &c.p.params, &c.k.kcdsa2[0], &c.k.kcdsa2[1]),
+    K(K_GenerateKCDSAKeyPair_Params, kPair, &c.p.data[7], &c.k.kcdsa2[0], &c.k.kcdsa2[1]),
     K(K_GenerateECCKeyPair, kPair, kCurve, &c.k.ec[0], &c.k.ec[1]),
     K(K_GenerateECKCDSAKeyPair, kPair, kCurve, &c.k.eckcdsa[0], &c.k.eckcdsa[1]),
     K(K_RSAPublicEncrypt, kMemory, &c.k.rsa[0], &c.text, &c.k.block[0]),
