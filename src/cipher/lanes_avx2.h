@@ -42,5 +42,20 @@ MORVANE_INLINE Lanes odd32(Lanes a, Lanes b) noexcept {
 MORVANE_INLINE Lanes zip_low32(Lanes a, Lanes b) noexcept { return _mm256_unpacklo_epi32(a, b); }
 MORVANE_INLINE Lanes zip_high32(Lanes a, Lanes b) noexcept { return _mm256_unpackhi_epi32(a, b); }
 
+MORVANE_INLINE Lanes all16(std::uint32_t word) noexcept { return _mm256_set1_epi16(static_cast<short>(word)); }
+MORVANE_INLINE Lanes add16(Lanes a, Lanes b) noexcept { return _mm256_add_epi16(a, b); }
+MORVANE_INLINE Lanes sub16(Lanes a, Lanes b) noexcept { return _mm256_sub_epi16(a, b); }
+template <int Bits>
+MORVANE_INLINE Lanes rotl16(Lanes a) noexcept {
+    return _mm256_or_si256(_mm256_slli_epi16(a, Bits), _mm256_srli_epi16(a, 16 - Bits));
+}
+MORVANE_INLINE Lanes choose(Lanes by, Lanes if_set, Lanes if_clear) noexcept {
+    return _mm256_xor_si256(if_clear, _mm256_and_si256(by, _mm256_xor_si256(if_set, if_clear)));
+}
+MORVANE_INLINE Lanes zip_low16(Lanes a, Lanes b) noexcept { return _mm256_unpacklo_epi16(a, b); }
+MORVANE_INLINE Lanes zip_high16(Lanes a, Lanes b) noexcept { return _mm256_unpackhi_epi16(a, b); }
+MORVANE_INLINE Lanes zip_low64(Lanes a, Lanes b) noexcept { return _mm256_unpacklo_epi64(a, b); }
+MORVANE_INLINE Lanes zip_high64(Lanes a, Lanes b) noexcept { return _mm256_unpackhi_epi64(a, b); }
+
 }  // namespace
 }  // namespace morvane::cipher

@@ -8,9 +8,9 @@
 namespace morvane::cipher {
 
 struct Rc5Avx512 {
-    static constexpr cpu::Features kNeeds = cpu::kAvx512;
+    static constexpr cpu::Features kNeeds = cpu::kAvx512 | cpu::kAvx2;
     static constexpr std::size_t kBatchBlocks = 16;
-    static constexpr std::size_t kPadFrom = 6;
+    static constexpr std::size_t kPadFrom = 9;
     static BlocksFn<E_RC5_KEY_SCHEDULE> encrypt, decrypt;
 };
 

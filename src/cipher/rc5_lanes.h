@@ -1,6 +1,7 @@
 // RC5 in vector registers. Included behind one of the lanes headers.
 #pragma once
 
+#include "cipher/lane_groups.h"
 #include "cipher/rc5.h"
 
 #include <algorithm>
@@ -8,71 +9,54 @@
 namespace morvane::cipher {
 namespace {  // NOLINT(cert-dcl59-cpp): every file that includes this makes functions of its own
 
-inline constexpr std::size_t kGroupBytes = 2 * sizeof(Lanes);
-
-// Blocks in groups of as many as there are 32-bit lanes: the rounds of several are interleaved, each waiting for its own
-// rotations only.
-template <std::size_t Groups>
-struct Rc5Lanes {
-    Lanes a[Groups], b[Groups];
+// As many blocks as there are 32-bit lanes.
+struct Pair {
+    Lanes a, b;
 
     MORVANE_INLINE void get(const std::uint8_t* in) noexcept {
-        for (std::size_t i = 0; i < Groups; ++i, in += kGroupBytes) {
-            const Lanes low = load(in), high = load(in + sizeof(Lanes));
-            a[i] = even32(low, high);
-            b[i] = odd32(low, high);
-        }
+        const Lanes low = load(in), high = load(in + sizeof(Lanes));
+        a = even32(low, high);
+        b = odd32(low, high);
     }
     MORVANE_INLINE void put(std::uint8_t* out) const noexcept {
-        for (std::size_t i = 0; i < Groups; ++i, out += kGroupBytes) {
-            store(out, zip_low32(a[i], b[i]));
-            store(out + sizeof(Lanes), zip_high32(a[i], b[i]));
-        }
-    }
-
-    MORVANE_INLINE void encrypt(const std::uint32_t* s, std::size_t rounds) noexcept {
-        for (Lanes& word : a) word = add32(word, all32(s[0]));
-        for (Lanes& word : b) word = add32(word, all32(s[1]));
-        for (; rounds != 0; --rounds) {
-            s += 2;
-            for (std::size_t i = 0; i < Groups; ++i) a[i] = add32(rotl32(bits_xor(a[i], b[i]), b[i]), all32(s[0]));
-            for (std::size_t i = 0; i < Groups; ++i) b[i] = add32(rotl32(bits_xor(b[i], a[i]), a[i]), all32(s[1]));
-        }
-    }
-    MORVANE_INLINE void decrypt(const std::uint32_t* s, std::size_t rounds) noexcept {
-        s += 2 * rounds;
-        for (; rounds != 0; --rounds, s -= 2) {
-            for (std::size_t i = 0; i < Groups; ++i) b[i] = bits_xor(rotr32(sub32(b[i], all32(s[1])), a[i]), a[i]);
-            for (std::size_t i = 0; i < Groups; ++i) a[i] = bits_xor(rotr32(sub32(a[i], all32(s[0])), b[i]), b[i]);
-        }
-        for (Lanes& word : a) word = sub32(word, all32(s[0]));
-        for (Lanes& word : b) word = sub32(word, all32(s[1]));
+        store(out, zip_low32(a, b));
+        store(out + sizeof(Lanes), zip_high32(a, b));
     }
 };
 
-template <Direction D, std::size_t Groups>
-MORVANE_INLINE void rc5_groups(const E_RC5_KEY_SCHEDULE& schedule, const std::uint8_t*& in, std::uint8_t*& out,
-                               std::size_t& groups) noexcept {
-    const std::size_t rounds = std::min<std::uint32_t>(schedule.rounds, E_RC5_MAX_ROUNDS);
-    for (; groups >= Groups; groups -= Groups, in += Groups * kGroupBytes, out += Groups * kGroupBytes) {
-        Rc5Lanes<Groups> blocks;
-        blocks.get(in);
-        if constexpr (D == Direction::kEncrypt) {
-            blocks.encrypt(schedule.s, rounds);
-        } else {
-            blocks.decrypt(schedule.s, rounds);
-        }
-        blocks.put(out);
-    }
-}
+template <Direction D>
+struct Rc5Lanes {
+    const std::uint32_t* keys;
+    std::size_t rounds;
 
-// As many groups at once as there are registers for.
-template <Direction D, std::size_t Groups>
-MORVANE_INLINE void rc5_batches(const E_RC5_KEY_SCHEDULE& schedule, const std::uint8_t* in, std::uint8_t* out,
-                                std::size_t count) noexcept {
-    std::size_t groups = count * 8 / kGroupBytes;
-    rc5_groups<D, Groups>(schedule, in, out, groups);
-    rc5_groups<D, 1>(schedule, in, out, groups);
+    MORVANE_INLINE explicit Rc5Lanes(const E_RC5_KEY_SCHEDULE& schedule) noexcept
+        : keys(schedule.s), rounds(std::min<std::uint32_t>(schedule.rounds, E_RC5_MAX_ROUNDS)) {}
+
+    template <std::size_t Pairs>
+    MORVANE_INLINE void run(Pair (&pairs)[Pairs]) const noexcept {
+        if constexpr (D == Direction::kEncrypt) {
+            const std::uint32_t* s = keys;
+            for (Pair& x : pairs) x = {add32(x.a, all32(s[0])), add32(x.b, all32(s[1]))};
+            for (std::size_t left = rounds; left != 0; --left) {
+                s += 2;
+                for (Pair& x : pairs) x.a = add32(rotl32(bits_xor(x.a, x.b), x.b), all32(s[0]));
+                for (Pair& x : pairs) x.b = add32(rotl32(bits_xor(x.b, x.a), x.a), all32(s[1]));
+            }
+        } else {
+            const std::uint32_t* s = keys + 2 * rounds;
+            for (std::size_t left = rounds; left != 0; --left, s -= 2) {
+                for (Pair& x : pairs) x.b = bits_xor(rotr32(sub32(x.b, all32(s[1])), x.a), x.a);
+                for (Pair& x : pairs) x.a = bits_xor(rotr32(sub32(x.a, all32(s[0])), x.b), x.b);
+            }
+            for (Pair& x : pairs) x = {sub32(x.a, all32(s[0])), sub32(x.b, all32(s[1]))};
+        }
+    }
+};
+
+template <Direction D, std::size_t Together>
+MORVANE_INLINE void run_rc5(const E_RC5_KEY_SCHEDULE& schedule, const std::uint8_t* in, std::uint8_t* out,
+                            std::size_t count) noexcept {
+    run_groups<Pair, Together>(Rc5Lanes<D>(schedule), in, out, count * 8 / sizeof(Pair));
 }
 
 }  // namespace

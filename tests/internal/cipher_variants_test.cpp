@@ -1,5 +1,6 @@
 // Every wide routine of a cipher that this machine can run, against its lanes in general registers.
 #include "cipher/cipher_table.h"
+#include "cipher/idea.h"
 #include "cipher/rc5.h"
 #include "internal/each_row.h"
 #include "support/stack_call.h"
@@ -59,6 +60,7 @@ void expect_rows_agree(const char* name, Table& table, std::size_t most_blocks, 
 }
 
 TEST(WideRoutines, AgreeWithTheLanesInGeneralRegisters) {
+    expect_rows_agree("idea", cipher::idea_blocks, 150);
     expect_rows_agree("rc5", cipher::rc5_blocks, 150, E_RC5_MAX_ROUNDS);
 }
 
@@ -80,6 +82,7 @@ void expect_any_stack(const char* name, Table& table, std::size_t blocks, Encryp
 }
 
 TEST(WideRoutines, WorkAtEveryStackOffset) {
+    expect_any_stack("idea", cipher::idea_blocks, 47, E_IDEA_ECB_Encrypt, E_IDEA_ECB_Decrypt);
     expect_any_stack("rc5", cipher::rc5_blocks, 47, E_RC5_ECB_Encrypt, E_RC5_ECB_Decrypt);
 }
 #endif
