@@ -22,7 +22,7 @@ MORVANE_INLINE Lanes multiply(Lanes a, std::uint32_t key) noexcept {
 
 namespace morvane::cipher {
 
-constexpr std::size_t kTogether = sizeof(void*) == 8 ? 2 : 1;
+constexpr std::size_t kTogether = 4;
 
 MORVANE_TARGET void IdeaSse2::encrypt(const E_IDEA_KEY_SCHEDULE& schedule, const std::uint8_t* in, std::uint8_t* out,
                                       std::size_t count) {
