@@ -7,11 +7,11 @@ namespace {
 MORVANE_INLINE Lanes swap16(Lanes a) noexcept { return rotl16<8>(a); }
 
 // As with AVX-512.
-MORVANE_INLINE Lanes multiply(Lanes a, std::uint32_t key) noexcept {
-    const Lanes low = _mm256_mullo_epi16(a, all16(key)), high = _mm256_mulhi_epu16(a, all16(key));
+MORVANE_INLINE Lanes multiply(Lanes a, Lanes key, Lanes one_minus_key) noexcept {
+    const Lanes low = _mm256_mullo_epi16(a, key), high = _mm256_mulhi_epu16(a, key);
     const Lanes negative = _mm256_min_epu16(_mm256_subs_epu16(high, low), all16(1));
     const Lanes zero = _mm256_cmpeq_epi16(low, high);
-    const Lanes correction = _mm256_and_si256(sub16(all16(1 - key), a), zero);
+    const Lanes correction = _mm256_and_si256(sub16(one_minus_key, a), zero);
     return add16(add16(sub16(low, high), correction), negative);
 }
 

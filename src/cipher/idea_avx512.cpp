@@ -10,12 +10,12 @@ MORVANE_INLINE Lanes swap16(Lanes a) noexcept {
 
 // With high and low the halves of the integer product: low - high, and 65537 more if that is negative. The halves are equal
 // only where a factor is 65536 and the integer product therefore 0; the result is 1 - a - key there.
-MORVANE_INLINE Lanes multiply(Lanes a, std::uint32_t key) noexcept {
-    const Lanes low = _mm512_mullo_epi16(a, all16(key)), high = _mm512_mulhi_epu16(a, all16(key));
+MORVANE_INLINE Lanes multiply(Lanes a, Lanes key, Lanes one_minus_key) noexcept {
+    const Lanes low = _mm512_mullo_epi16(a, key), high = _mm512_mulhi_epu16(a, key);
     const __mmask32 negative = _mm512_cmplt_epu16_mask(low, high), zero = _mm512_cmpeq_epu16_mask(low, high);
     const Lanes difference = sub16(low, high);
     const Lanes product = _mm512_mask_sub_epi16(difference, negative, difference, all16(0xffff));
-    return _mm512_mask_sub_epi16(product, zero, all16(1 - key), a);
+    return _mm512_mask_sub_epi16(product, zero, one_minus_key, a);
 }
 
 }  // namespace

@@ -6,13 +6,13 @@ namespace {
 
 MORVANE_INLINE Lanes swap16(Lanes a) noexcept { return rotl16<8>(a); }
 
-// As with AVX-512. What is not negative is one less than it ought to be until the end.
-MORVANE_INLINE Lanes multiply(Lanes a, std::uint32_t key) noexcept {
-    const Lanes low = _mm_mullo_epi16(a, all16(key)), high = _mm_mulhi_epu16(a, all16(key));
-    const Lanes positive = _mm_cmpeq_epi16(_mm_subs_epu16(high, low), all16(0));
+// As with AVX-512. The comparison of unsigned lanes is that of signed ones with the highest bit inverted.
+MORVANE_INLINE Lanes multiply(Lanes a, Lanes key, Lanes one_minus_key) noexcept {
+    const Lanes low = _mm_mullo_epi16(a, key), high = _mm_mulhi_epu16(a, key);
+    const Lanes negative = _mm_cmpgt_epi16(bits_xor(high, all16(0x8000)), bits_xor(low, all16(0x8000)));
     const Lanes zero = _mm_cmpeq_epi16(low, high);
-    const Lanes correction = _mm_and_si128(sub16(all16(1 - key), a), zero);
-    return add16(add16(sub16(low, high), correction), sub16(positive, all16(0xffff)));
+    const Lanes correction = _mm_and_si128(sub16(one_minus_key, a), zero);
+    return sub16(add16(sub16(low, high), correction), negative);
 }
 
 }  // namespace

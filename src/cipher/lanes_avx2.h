@@ -56,6 +56,13 @@ MORVANE_INLINE Lanes zip_low16(Lanes a, Lanes b) noexcept { return _mm256_unpack
 MORVANE_INLINE Lanes zip_high16(Lanes a, Lanes b) noexcept { return _mm256_unpackhi_epi16(a, b); }
 MORVANE_INLINE Lanes zip_low64(Lanes a, Lanes b) noexcept { return _mm256_unpacklo_epi64(a, b); }
 MORVANE_INLINE Lanes zip_high64(Lanes a, Lanes b) noexcept { return _mm256_unpackhi_epi64(a, b); }
+MORVANE_INLINE Lanes repeated16(const void* bytes) noexcept {
+    return _mm256_broadcastsi128_si256(_mm_loadu_si128(static_cast<const __m128i*>(bytes)));
+}
+template <int Lane>
+MORVANE_INLINE Lanes spread32(Lanes a) noexcept {
+    return _mm256_shuffle_epi32(a, Lane * 0x55);
+}
 
 }  // namespace
 }  // namespace morvane::cipher

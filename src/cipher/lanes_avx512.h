@@ -50,6 +50,14 @@ MORVANE_INLINE Lanes zip_low16(Lanes a, Lanes b) noexcept { return _mm512_unpack
 MORVANE_INLINE Lanes zip_high16(Lanes a, Lanes b) noexcept { return _mm512_unpackhi_epi16(a, b); }
 MORVANE_INLINE Lanes zip_low64(Lanes a, Lanes b) noexcept { return _mm512_unpacklo_epi64(a, b); }
 MORVANE_INLINE Lanes zip_high64(Lanes a, Lanes b) noexcept { return _mm512_unpackhi_epi64(a, b); }
+// Sixteen bytes in each 128 bits, and one of their four 32-bit words in all lanes.
+MORVANE_INLINE Lanes repeated16(const void* bytes) noexcept {
+    return _mm512_broadcast_i32x4(_mm_loadu_si128(static_cast<const __m128i*>(bytes)));
+}
+template <int Lane>
+MORVANE_INLINE Lanes spread32(Lanes a) noexcept {
+    return _mm512_shuffle_epi32(a, static_cast<_MM_PERM_ENUM>(Lane * 0x55));
+}
 
 }  // namespace
 }  // namespace morvane::cipher
