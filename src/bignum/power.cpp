@@ -1,7 +1,10 @@
 #include "bignum/power.h"
 
 #include "bignum/power_engines.h"
+#include "bignum/power_lanes.h"
 #include "cpu/cpu.h"
+
+#include <algorithm>
 
 namespace morvane::bignum {
 namespace {
@@ -15,6 +18,11 @@ constinit cpu::Dispatch<PowerPairFn, 2> power_pair{
     {{{cpu::kAvx512 | cpu::kIfma, power_pair_ifma}, {cpu::kNone, power_pair_limbs}}}};
 constinit cpu::Dispatch<PowerProductFn, 2> power_product{
     {{{cpu::kAvx512 | cpu::kIfma, power_product_ifma}, {cpu::kNone, power_product_limbs}}}};
+
+constinit cpu::Dispatch<PowerLanesFn, 2> power_lanes{
+    {{{cpu::kAvx512 | cpu::kIfma, power_lanes_ifma}, {cpu::kNone, power_lanes_apart}}}};
+
+bool power_lanes_apart(std::span<const Power> powers) noexcept { return std::ranges::all_of(powers, power_mod); }
 
 bool power_mod(const Power& power) noexcept { return is_odd(power) ? power_odd.get()(power) : power_division(power); }
 

@@ -9,6 +9,8 @@
 
 namespace morvane::prime {
 
+inline constexpr std::int32_t kLongBits = 96;
+
 // Odd numbers of exactly so many bits, the two highest set. Those of fewer than 16 bits, which the sieve would rule out as
 // primes of its own, are found by trial division and are prime; where there is no prime (or safe prime) like that, it is
 // the next one above.
@@ -18,6 +20,8 @@ public:
 
     // Room for a candidate and for what is computed on the way to it.
     std::size_t words() const noexcept;
+    // Whether searching for some at a time pays.
+    bool are_long() const noexcept { return bits_ >= kLongBits; }
     // False if there is no memory. x is the candidate before or, at first, anything.
     bool next(ENUM& x) const noexcept;
 
@@ -38,6 +42,7 @@ public:
 
     explicit operator bool() const noexcept { return ready_; }
     std::size_t words() const noexcept;
+    bool are_long() const noexcept { return bits_ >= kLongBits; }
     bool next(ENUM& x) noexcept;
 
 private:

@@ -2,6 +2,7 @@
 #include "bignum/kernel_variants.h"
 #include "bignum/odd_modulus.h"
 #include "bignum/power_engines.h"
+#include "bignum/power_lanes.h"
 #include "bignum/product.h"
 #include "bignum/rows.h"
 #include "internal/each_row.h"
@@ -148,6 +149,26 @@ TEST(BignumVariants, ComputeThePowersOfDivision) {
                 ASSERT_TRUE(e_words > 1 ? run(powers) : power_mod_pair(powers));
                 ASSERT_EQ(results, expected);
             });
+
+            // As many as there are lanes; all of one base, too.
+            const std::size_t count = 2 + i % (kLanePowers - 1);
+            for (const Words& base : {bases[0], Words{2}}) {
+                std::vector<Words> lanes(count, Words(n + 1, 0x5aa55aa5)), alone = lanes;
+                std::vector<Power> together;
+                for (std::size_t s = 0; s < count; ++s) {
+                    const bool second = base.size() != 1 && s % 2 != 0;
+                    together.push_back(
+                        {second ? bases[1] : base, exponents[s % 2], powers[s % 2].modulus, alone[s].data()});
+                    ASSERT_TRUE(power_division(together[s]));
+                    together[s].result = lanes[s].data();
+                }
+                with_each_row(power_lanes, [&](PowerLanesFn* run) {
+                    lanes.assign(count, Words(n + 1, 0x5aa55aa5));
+                    for (std::size_t s = 0; s < count; ++s) together[s].result = lanes[s].data();
+                    ASSERT_TRUE(run(together));
+                    ASSERT_EQ(lanes, alone);
+                });
+            }
 
             Words factor(n), product(2 * n), both(n);
             ASSERT_TRUE(power_division({bases[1], exponents[1], powers[0].modulus, factor.data()}));
