@@ -36,6 +36,7 @@ MORVANE_INLINE Vector up(Vector x, Vector below) noexcept {
 
 #include "bignum/columns.h"
 #include "bignum/columns_kernels.h"
+#include "bignum/columns_ring.h"
 
 namespace morvane::bignum {
 
@@ -44,5 +45,8 @@ void multiply_sse2(LimbInWords* r, const LimbInWords* a, std::size_t a_size, con
     multiply_columns(r, a, a_size, b, b_size);
 }
 void square_sse2(LimbInWords* r, const LimbInWords* a, std::size_t n) noexcept { square_columns(r, a, n); }
+
+bool power_sse2(const Power& power) noexcept { return power_columns(power); }
+bool power_product_sse2(const Power& a, const Power& b) noexcept { return power_product_columns(a, b); }
 
 }  // namespace morvane::bignum
