@@ -70,7 +70,8 @@ public:
         add_square(t, digits, twice, count);
         reduce(r);
     }
-    MORVANE_TARGET void select(Digit* r, const Digit* table, std::size_t entries, const std::size_t* indices) const noexcept {
+    MORVANE_TARGET void select(Digit* r, const Digit* table, std::size_t entries,
+                               const std::size_t* indices) const noexcept {
         const std::size_t count = count_;
         Vector masks[kMaxEntries];
         for (std::size_t entry = 0; entry < entries; ++entry) masks[entry] = fill(mask_if_equal<Digit>(entry, indices[0]));
@@ -128,8 +129,8 @@ private:
     std::size_t count_;
     WholeModulus<Bits> modulus_;
     Number m_;
-    Number inverse_;        // -1 / m mod R
-    mutable Number a_;      // the work space of each operation
+    Number inverse_;    // -1 / m mod R
+    mutable Number a_;  // the work space of each operation
     mutable Number twice_;
     mutable Work<Digit, 2 * kUsual + kRows> t_;
     mutable Work<Digit, kUsual + kRows> q_;

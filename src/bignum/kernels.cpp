@@ -23,13 +23,18 @@ constinit cpu::Dispatch<ReduceFn, kRowVariants> reduce_variants{
     {{{kAdx, montgomery_reduce_adx}, {cpu::kNone, montgomery_reduce_plain}}}};
 constinit cpu::Dispatch<RowFn, kRowVariants> multiply_subtract_variants{
     {{{kAdx, multiply_subtract_row_adx}, {cpu::kNone, multiply_subtract_row}}}};
+constinit cpu::Dispatch<ApplyFn, kApplyVariants> apply_variants{{{{cpu::kNone, lehmer::apply_plain}}}};
 #else
 constinit cpu::Dispatch<MultiplyFn, kProductVariants> multiply_variants{
     {{{kIfma, multiply_ifma}, {cpu::kAvx2, multiply_avx2}, {cpu::kSse2, multiply_sse2}, {cpu::kNone, multiply_plain}}}};
 constinit cpu::Dispatch<SquareFn, kProductVariants> square_variants{
     {{{kIfma, square_ifma}, {cpu::kAvx2, square_avx2}, {cpu::kSse2, square_sse2}, {cpu::kNone, square_plain}}}};
-constinit cpu::Dispatch<ReduceFn, kRowVariants> reduce_variants{{{{cpu::kNone, montgomery_reduce_plain}}}};
-constinit cpu::Dispatch<RowFn, kRowVariants> multiply_subtract_variants{{{{cpu::kNone, multiply_subtract_row}}}};
+constinit cpu::Dispatch<ReduceFn, kRowVariants> reduce_variants{
+    {{{cpu::kSse2, montgomery_reduce_sse2}, {cpu::kNone, montgomery_reduce_plain}}}};
+constinit cpu::Dispatch<RowFn, kRowVariants> multiply_subtract_variants{
+    {{{cpu::kSse2, multiply_subtract_row_sse2}, {cpu::kNone, multiply_subtract_row}}}};
+constinit cpu::Dispatch<ApplyFn, kApplyVariants> apply_variants{
+    {{{cpu::kSse2, lehmer::apply_sse2}, {cpu::kNone, lehmer::apply_plain}}}};
 #endif
 
 void multiply(LimbInWords* r, const LimbInWords* a, std::size_t a_size, const LimbInWords* b, std::size_t b_size) noexcept {

@@ -11,10 +11,7 @@ void montgomery_reduce_plain(Limb* r, Limb* t, const Limb* m, std::size_t n, Lim
         t[i + n] = low(sum);
         top = high(sum);
     }
-    // The upper half is below 2 m. The difference is kept where it did not borrow, or where the sum had the limb on top.
-    const Limb borrow = subtract(r, t + n, m, n);
-    const Limb keep_sum = Limb{0} - (borrow & ~top & 1);
-    for (std::size_t i = 0; i < n; ++i) r[i] ^= (r[i] ^ t[i + n]) & keep_sum;
+    reduce_once(r, t + n, m, n, top);
 }
 
 }  // namespace morvane::bignum

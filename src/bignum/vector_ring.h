@@ -1,5 +1,5 @@
-// What rings in vectors share: residues in digits of `Bits` bits, b = 2^Bits, and three ways to reduce them. Two go by Montgomery's
-// step, which adds a multiple of the modulus m that clears the lowest digit t0 of t, and divides by b.
+// What rings in vectors share: residues in digits of `Bits` bits, b = 2^Bits, and three ways to reduce them. Two go by
+// Montgomery's step, which adds a multiple of the modulus m that clears the lowest digit t0 of t, and divides by b.
 //
 // Residues are not kept below the modulus, only so small against b^n, where n is the number of digits, that a product
 // divided by b^n is as small again: nothing is compared or subtracted on the way. Only at the end a residue is reduced
