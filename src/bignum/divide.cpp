@@ -60,7 +60,7 @@ struct Divisor {
 
 // The quotients of more limbs are made in halves, by products: it is then the product's routine that counts.
 #if defined(__x86_64__)
-constexpr std::size_t kManyLimbs = 40;
+constexpr std::size_t kManyLimbs = 96;
 #else
 constexpr std::size_t kManyLimbs = 16;
 #endif

@@ -130,21 +130,26 @@ struct Carries {
 // Writes n - dropped limbs; those above are carries.u - ug and carries.v - vf, negative if the number is.
 //
 // -ug v is taken as ug (B^n - 1 - v) + ug - ug B^n: so nothing is negative, and as uf + ug is at most B, a sum is at most
-// B (B - 1) + B - 1, which fits in two limbs.
-inline Carries apply_plain(const Run& run, Limb* u, Limb* v, std::size_t n, std::size_t dropped) noexcept {
+// B (B - 1) + B - 1, which fits in two limbs. Not inlined, because it needs all the registers.
+template <std::size_t Dropped>
+[[gnu::noinline]] Carries apply(const Run& run, Limb* u, Limb* v, std::size_t n) noexcept {
     const Limb uf = run.uf, ug = run.ug, vf = run.vf, vg = run.vg;
     Carries carries{ug, vf};
     for (std::size_t i = 0; i < n; ++i) {
         const Limb u_limb = u[i], v_limb = v[i];
         const DoubleLimb to_u = wide(uf) * u_limb + carries.u + wide(ug) * static_cast<Limb>(~v_limb);
         const DoubleLimb to_v = wide(vg) * v_limb + carries.v + wide(vf) * static_cast<Limb>(~u_limb);
-        if (i >= dropped) {
-            u[i - dropped] = low(to_u);
-            v[i - dropped] = low(to_v);
+        if (i >= Dropped) {
+            u[i - Dropped] = low(to_u);
+            v[i - Dropped] = low(to_v);
         }
         carries = {high(to_u), high(to_v)};
     }
     return carries;
+}
+
+inline Carries apply_plain(const Run& run, Limb* u, Limb* v, std::size_t n, std::size_t dropped) noexcept {
+    return dropped != 0 ? apply<1>(run, u, v, n) : apply<0>(run, u, v, n);
 }
 
 // x = (x - q d) / B, for the q that makes it exact. Writes n - 1 limbs and returns the borrow from the one above them. d
