@@ -20,11 +20,11 @@ using Limbs = std::vector<Limb>;
 
 constexpr std::uint32_t kSeed = 20302;
 
-// Lengths in words: each one that code for short numbers may treat on its own, and a few around the frames' size.
+// Lengths in words: each one that code for short numbers may treat on its own, and a few around the frames' sizes.
 std::vector<std::size_t> lengths() {
     std::vector<std::size_t> all(40);
     std::iota(all.begin(), all.end(), 1);
-    all.insert(all.end(), {64, 128, 150, 160});
+    all.insert(all.end(), {64, 128, 150, 160, 225});
     return all;
 }
 
