@@ -53,8 +53,8 @@ class Library:
     def records(self, wanted):
         for record in self.tree.iter("class-decl"):
             if record.get("size-in-bits") and record.get("name") in wanted:
-                lines = [f"record {record.get('name')}, {int(record.get('size-in-bits')) // 8} bytes", *self.members(record)]
-                yield record.get("name"), "\n  ".join(lines)
+                head = f"record {record.get('name')}, {int(record.get('size-in-bits')) // 8} bytes"
+                yield record.get("name"), "\n  ".join([head, *self.members(record)])
 
 
 def public_records(folder):

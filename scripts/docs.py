@@ -16,7 +16,6 @@ usage: docs.py [--check] [--tool COMMAND]    with --check it only says what is o
 """
 
 import argparse
-import glob
 import os
 import re
 import subprocess
@@ -120,8 +119,8 @@ def main():
     parser.add_argument("--check", action="store_true")
     parser.add_argument("--tool")
     arguments = parser.parse_args()
-    made = {name: with_parts(read(name))
-            for name in ["README.md", *(os.path.relpath(path, ROOT) for path in glob.glob(os.path.join(ROOT, "docs", "*.md")))]}
+    documents = ["README.md", *(f"docs/{name}" for name in os.listdir(os.path.join(ROOT, "docs")) if name.endswith(".md"))]
+    made = {name: with_parts(read(name)) for name in documents}
     if arguments.tool:
         made["docs/morvane.1"] = "".join(man_page(arguments.tool))
     old = [name for name, text in made.items() if read(name) != text]

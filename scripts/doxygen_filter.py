@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Shows a public header to Doxygen, which wants its comments marked and takes many plain characters for commands.
 
-Every comment on lines of its own describes what follows it; the first one of a file describes the file, one that begins with
-dashes opens a group. A comment behind a declaration describes that. Lines that are set in, tables and examples, stay as they
-are.
+Every comment on lines of its own describes what follows it; the first one of a file describes the file, one that begins
+with dashes opens a group. A comment behind a declaration describes that. Lines that are set in, tables and examples, stay
+as they are.
 
 usage: doxygen_filter.py HEADER
 """
@@ -30,7 +30,8 @@ def body(lines):
 
 
 def block(text, name, first):
-    lines = [re.sub(r"^ ?\*? ?", "", line) if number else line for number, line in enumerate(text[2:-2].strip().split("\n"))]
+    first_line, *others = text[2:-2].strip().split("\n")
+    lines = [first_line, *(re.sub(r"^ ?\*? ?", "", line) for line in others)]
     heading = re.fullmatch(r"---- (.*) ----", lines[0])
     if first:
         head, rest = [f"@file {name}"], lines

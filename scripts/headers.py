@@ -1,7 +1,7 @@
 """Reads the public headers: their constants, records and functions, in the order of the headers.
 
-The headers keep to a plain form (one declaration for each name, no function-like macros), which is all that this reads; what
-it cannot read stops it.
+The headers keep to a plain form (one declaration for each name, no function-like macros), which is all that this reads;
+what it cannot read stops it.
 """
 
 import os
@@ -9,8 +9,8 @@ import re
 import sys
 from dataclasses import dataclass, field
 
-HEADERS = ("version", "types", "common", "toolkit", "csp", "bignum", "random", "prime", "hash", "cipher", "pk", "dsa", "kcdsa",
-           "dh", "asn1", "ecc", "ecc_schemes")
+HEADERS = ("version", "types", "common", "toolkit", "csp", "bignum", "random", "prime", "hash", "cipher", "pk", "dsa",
+           "kcdsa", "dh", "asn1", "ecc", "ecc_schemes")
 
 
 @dataclass
@@ -61,7 +61,8 @@ def parameters(text):
 
 def members(text, constants):
     result = []
-    for union, union_name, declaration in re.findall(r"union\s*\{(.*?)\}\s*(\w+)\s*;|([^;{}]*[^;{}\s][^;{}]*);", text, re.S):
+    parts = re.findall(r"union\s*\{(.*?)\}\s*(\w+)\s*;|([^;{}]*[^;{}\s][^;{}]*);", text, re.S)
+    for union, union_name, declaration in parts:
         declaration = declaration.strip()
         pointer = re.fullmatch(r"(.*?)\(MORVANE_CALL\*\s*(\w+)\)\((.*)\)", declaration, re.S)
         plain = re.fullmatch(r"(.*?[\s*])(\w+(?:, \w+)*)((?:\[\w+\])*)", declaration, re.S)
@@ -70,7 +71,7 @@ def members(text, constants):
         elif pointer:
             result.append(Member(plain_type(pointer[1]), pointer[2], parameters=parameters(pointer[3])))
         elif plain:
-            counts = [constants[count] if count in constants else int(count) for count in re.findall(r"\[(\w+)\]", plain[3])]
+            counts = [value(count, constants) for count in re.findall(r"\[(\w+)\]", plain[3])]
             result += [Member(plain_type(plain[1]), name, counts) for name in plain[2].split(", ")]
         else:
             sys.exit(f"cannot read the member '{declaration}'")

@@ -12,8 +12,8 @@ import headers
 
 ROOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..")
 OUTPUT = os.path.join(ROOT, "python", "morvane", "declarations.py")
-PLAIN = {"uint8_t": "c_uint8", "uint16_t": "c_uint16", "uint32_t": "c_uint32", "int32_t": "c_int32", "size_t": "c_size_t",
-         "uintptr_t": "c_size_t", "void": "None"}
+PLAIN = {"uint8_t": "c_uint8", "uint16_t": "c_uint16", "uint32_t": "c_uint32", "int32_t": "c_int32",
+         "size_t": "c_size_t", "uintptr_t": "c_size_t", "void": "None"}
 
 HEAD = '''"""Constants, records and functions of the library. Made by scripts/python_bindings.py from the headers; do not edit.
 

@@ -16,14 +16,16 @@ import tempfile
 SOURCE = os.path.realpath(os.path.join(os.path.dirname(__file__), "..", ".."))
 CONSUMER = os.path.join(SOURCE, "tests", "install", "consumer")
 WINE = os.path.join(SOURCE, "scripts", "wine-run.sh")
-sys.path.insert(0, os.path.join(SOURCE, "tests", "exports"))
+sys.path[:0] = [os.path.join(SOURCE, "tests", "exports"), os.path.join(SOURCE, "scripts")]
+import exports  # noqa: E402
 from check_library import DLLS, needed  # noqa: E402
 
 SHA0_OF_ABC = "0164b8a914cd2a5e74c4f7ff082c4d97f1edf880"
 PLATFORMS = {  # compiler, its flags, what configures CMake for it, what runs its programs
     "linux-x64": ("cc", [], [], []),
-    "linux-x86": ("cc", ["-m32"], ["toolchains/linux-x86.cmake"], []),
-    "windows-x86": ("i686-w64-mingw32-gcc-posix", [], ["toolchains/windows-x86.cmake"], [WINE]),
+    "linux-x86": ("cc", ["-m32"], ["-DCMAKE_C_FLAGS=-m32"], []),
+    "windows-x86": ("i686-w64-mingw32-gcc-posix", [],
+                    ["-DCMAKE_SYSTEM_NAME=Windows", "-DCMAKE_C_COMPILER=i686-w64-mingw32-gcc-posix"], [WINE]),
 }
 
 
@@ -70,11 +72,11 @@ def check_runs(program, emulator, shared):
 
 def check_consumers(preset, prefix, libraries, work):
     """Programs built with what lies in prefix: by CMake and by pkg-config, shared and static."""
-    compiler, flags, toolchain, emulator = PLATFORMS[preset]
+    compiler, flags, configuration, emulator = PLATFORMS[preset]
     suffix = ".exe" if emulator else ""
     build = os.path.join(work, "build")
-    run("cmake", "-S", CONSUMER, "-B", build, "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}", "-DCMAKE_FIND_ROOT_PATH_MODE_PACKAGE=BOTH",
-        f"-DWANTED_VERSION={version()}", *(f"-DCMAKE_TOOLCHAIN_FILE={SOURCE}/cmake/{file}" for file in toolchain))
+    run("cmake", "-S", CONSUMER, "-B", build, "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}",
+        f"-DWANTED_VERSION={version()}", *configuration)
     run("cmake", "--build", build)
     programs = os.path.join(build, "bin")
     environment = dict(os.environ, PKG_CONFIG_LIBDIR=os.path.join(libraries, "pkgconfig"))
@@ -82,7 +84,8 @@ def check_consumers(preset, prefix, libraries, work):
     for name, options, extra in (("shared", [], [] if emulator else [f"-Wl,-rpath,{libraries}"]),
                                  ("static", ["--static"], ["-static"])):
         words = run("pkg-config", *options, "--cflags", "--libs", "morvanecrypto", env=environment).split()
-        run(compiler, *flags, os.path.join(CONSUMER, "client.c"), "-o", os.path.join(programs, f"pc_{name}{suffix}"), *extra, *words)
+        run(compiler, *flags, os.path.join(CONSUMER, "client.c"), "-o", os.path.join(programs, f"pc_{name}{suffix}"), *extra,
+            *words)
     if emulator:
         for dll in glob.glob(os.path.join(prefix, "bin", "*.dll")):
             shutil.copy(dll, programs)
@@ -91,16 +94,18 @@ def check_consumers(preset, prefix, libraries, work):
 
 
 def check_microsoft(prefix, work):
-    """The import library as it is, and one that Microsoft's way of making them gives of the .def file."""
-    made = os.path.join(work, "made.lib")
-    run("lld-link", "/lib", "/nologo", "/machine:x86", f"/def:{prefix}/lib/MorvaneCrypto.def", f"/out:{made}")
+    """The .def files name what the DLLs export; a program of Microsoft's ABI runs with the import library."""
+    for library in ("MorvaneCrypto", "MorvaneCommon"):
+        with open(os.path.join(prefix, "lib", library + ".def"), encoding="ascii") as file:
+            head, _, *names = file.read().split()[1:]
+        found = exports.names_in_library(os.path.join(prefix, "bin", library + ".dll"))
+        expect(head == library + ".dll" and set(names) == set(found), f"{library}.def has the names of the DLL")
+    client = os.path.join(prefix, "bin", "msvc_client.exe")
     run("clang", "--target=i686-pc-windows-msvc", "-ffreestanding", "-O1", f"-I{prefix}/include", "-c",
         f"{SOURCE}/tests/exports/msvc_client.c", "-o", f"{work}/client.obj")
-    for library in (os.path.join(prefix, "lib", "MorvaneCrypto.lib"), made):
-        client = os.path.join(prefix, "bin", "msvc_client.exe")
-        run("lld-link", "/nologo", "/nodefaultlib", "/entry:start", "/subsystem:console", f"/out:{client}",
-            f"{work}/client.obj", library)
-        run(WINE, client)
+    run("lld-link", "/nologo", "/nodefaultlib", "/entry:start", "/subsystem:console", f"/out:{client}",
+        f"{work}/client.obj", f"{prefix}/lib/MorvaneCrypto.lib")
+    run(WINE, client)
 
 
 def follow_readme(prefix, libraries, work):
@@ -135,8 +140,8 @@ def main(folder, *presets):
     run("sha256sum", "--check", "SHA256SUMS", cwd=folder)
     for preset in presets:
         with tempfile.TemporaryDirectory() as work:
-            archive, = glob.glob(os.path.join(folder, f"*-{preset}.zip")) + glob.glob(os.path.join(folder, f"*-{preset}.tar.gz"))
-            shutil.unpack_archive(archive, os.path.join(work, "archive"), filter="tar" if "tar" in archive else None)
+            archive, = glob.glob(os.path.join(folder, f"*-{preset}.[zt]*"))
+            shutil.unpack_archive(archive, os.path.join(work, "archive"))
             prefix, = glob.glob(os.path.join(work, "archive", "*"))
             check_sums(prefix)
             for file in glob.glob(os.path.join(prefix, "bin", "*")):

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The Python bindings against the built library: the project's vectors through their plain functions and through the toolkit,
+"""The Python bindings against the built library: the project's vectors through plain functions, the layers above them,
 and the size of every record as the kept interface has it.
 
 usage: test_bindings.py FOLDER ABI
