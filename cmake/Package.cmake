@@ -58,7 +58,9 @@ install(FILES ${PROJECT_BINARY_DIR}/morvanecrypto.pc DESTINATION ${CMAKE_INSTALL
 
 if(MORVANE_BUILD_TOOLS)
   if(NOT WIN32)
-    set_target_properties(morvane PROPERTIES INSTALL_RPATH $ORIGIN/../${CMAKE_INSTALL_LIBDIR})
+    if(NOT MORVANE_DEBIAN_LAYOUT) # the system's own folders need no naming
+      set_target_properties(morvane PROPERTIES INSTALL_RPATH $ORIGIN/../${CMAKE_INSTALL_LIBDIR})
+    endif()
     install(FILES ${PROJECT_SOURCE_DIR}/docs/morvane.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
   endif()
   install(TARGETS morvane RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)

@@ -48,8 +48,9 @@ function(morvane_shared_library NAME)
     set_target_properties(${NAME} PROPERTIES
       VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINK_DEPENDS "${made}.map;${made}.aliases.ld")
   endif()
-  # One library finds another beside itself.
-  set_target_properties(${NAME} PROPERTIES LINKER_LANGUAGE CXX BUILD_RPATH_USE_ORIGIN ON INSTALL_RPATH $ORIGIN)
+  # One library finds another beside itself, in the build tree as where it is installed: a path that the installation has to
+  # exchange would be filled up with colons, and an empty entry is the current folder.
+  set_target_properties(${NAME} PROPERTIES LINKER_LANGUAGE CXX BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH $ORIGIN)
   target_link_libraries(${NAME} PRIVATE morvane_core_rules)
   target_include_directories(${NAME} INTERFACE
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)

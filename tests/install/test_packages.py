@@ -18,6 +18,7 @@ CONSUMER = os.path.join(SOURCE, "tests", "install", "consumer")
 WINE = os.path.join(SOURCE, "scripts", "wine-run.sh")
 sys.path[:0] = [os.path.join(SOURCE, "tests", "exports"), os.path.join(SOURCE, "scripts")]
 import exports  # noqa: E402
+import check_library  # noqa: E402
 from check_library import DLLS, needed  # noqa: E402
 
 SHA0_OF_ABC = "0164b8a914cd2a5e74c4f7ff082c4d97f1edf880"
@@ -126,7 +127,10 @@ def follow_readme(prefix, libraries, work):
 def check_tree(preset, prefix, libraries, work):
     emulator = PLATFORMS[preset][3]
     command = os.path.join(prefix, "bin", "morvane.exe" if emulator else "morvane")
-    expect(run(*emulator, command, "version") == f"morvane {version()}\n", "version of the command")
+    environment = dict(os.environ, LD_LIBRARY_PATH=libraries) if "/usr/" in libraries else os.environ
+    expect(run(*emulator, command, "version", env=environment) == f"morvane {version()}\n", "version of the command")
+    for library in glob.glob(os.path.join(prefix, "bin", "*.dll")) or glob.glob(os.path.join(libraries, "*.so.*.*.*")):
+        expect(check_library.main(library) == 0, f"{library} asks for what it should")
     for program in glob.glob(os.path.join(prefix, "bin", "*.exe")) + glob.glob(os.path.join(prefix, "bin", "*.dll")):
         expect({name.lower() for name in needed(program)} <= DLLS | {"morvanecrypto.dll"}, f"{program} needs other DLLs")
     check_consumers(preset, prefix, libraries, work)
