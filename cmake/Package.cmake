@@ -93,7 +93,9 @@ set(CPACK_PACKAGE_CONTACT "MorvaneCrypto maintainers <maintainers@morvane.exampl
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Cryptographic service library")
 set(CPACK_PACKAGE_FILE_NAME MorvaneCrypto-${PROJECT_VERSION}-${platform})
 set(CPACK_VERBATIM_VARIABLES ON)
-set(CPACK_STRIP_FILES ON)
+if(NOT WIN32) # where the linker strips, and strip would put the time into a DLL
+  set(CPACK_STRIP_FILES ON)
+endif()
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/Checksums.cmake)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)

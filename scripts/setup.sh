@@ -10,7 +10,7 @@ declare -A packages=(
         g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-i686-dev clang lld"
     [package]="dpkg-dev file pkg-config"
     [abi]="abigail-tools g++-multilib libc6-dev-i386"
-    [docs]="doxygen graphviz man-db"
+    [docs]="doxygen"
     [wine]="libc6-i386 debian-archive-keyring"
     [fuzz]="clang libclang-rt-dev"
     [lint]="clang-format clang-tidy shellcheck git"
