@@ -3,6 +3,8 @@
 #include "output.h"
 #include "system.h"
 
+#include <morvane/version.h>
+
 #include <algorithm>
 #include <exception>
 

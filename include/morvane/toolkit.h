@@ -94,7 +94,10 @@ enum { K_SIGN_SHA256 = 6, K_SIGN_SHA384 = 7, K_SIGN_SHA512 = 8 };
  *   K_MAC_DES   a DES key of 8 bytes, CBC-MAC with DES, 8 bytes
  *   K_MAC_DES3  a two-key triple DES key of 16 bytes; the MAC is CBC-MAC with DES under its first half, 8 bytes
  *   K_MAC_MD5   an RC2 key of 8 bytes; the MAC is HMAC-MD5 under the 128 bytes of its expansion, 16 bytes
- * morvane/csp.h says what is particular about these MACs. */
+ * morvane/csp.h says what is particular about the DES MACs.
+ *
+ * Departs from RFC 2104: K_MAC_MD5 does not take the caller's key as it is but the 128 bytes that RC2 expands its first 8
+ * to. */
 enum { K_MAC_DES = 0, K_MAC_DES3 = 1, K_MAC_MD5 = 2 };
 
 /* The toolkit's part of a context, in the context's word `crypto`. */
