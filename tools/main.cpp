@@ -24,6 +24,7 @@ constexpr Verb kVerbs[] = {
     {"derive", "Derives the secret that two keys agree on", run_derive},
     {"rsa", "Enciphers, deciphers, signs or verifies with an RSA key", run_rsa},
     {"ec", "Enciphers or deciphers with a key on an elliptic curve", run_ec},
+    {"selftest", "Tests every algorithm by known answers", run_selftest},
     {"list", "Lists the algorithms", run_list},
     {"version", "Prints the version", run_version},
     {"help", "Explains the command or one of its verbs", run_help},

@@ -763,7 +763,7 @@ class CommandTest(ToolTest):
     def test_help_names_every_verb_and_option(self):
         out, _ = self.run_tool("help")
         verbs = [line.split()[0].decode() for line in out.split(b"\n") if line.startswith(b"  ")]
-        self.assertEqual(verbs, ["digest", "encrypt", "decrypt", "random", "prime", "genkey", "sign", "verify", "derive", "rsa", "ec", "list",
+        self.assertEqual(verbs, ["digest", "encrypt", "decrypt", "random", "prime", "genkey", "sign", "verify", "derive", "rsa", "ec", "selftest", "list",
                                  "version", "help"])
         self.assertEqual(self.run_tool("-h")[0], out)
         out, _ = self.run_tool("help", "digest")
