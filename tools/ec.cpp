@@ -29,9 +29,9 @@ void encrypt(const Options& options) {
     const std::unique_ptr<Key> key = read(options, KeyPart::kPublic);
     const Secret plain(read_whole(options.input, kMostPlainBytes));
     if ((*plain).empty()) throw InputError(display_name(options.input) + ": is empty, and there is nothing to encipher");
-    const std::optional<std::vector<std::uint8_t>> cipher = static_cast<const EcKey&>(*key).encrypt(*plain);
+    const std::optional<Secret> cipher = static_cast<const EcKey&>(*key).encrypt(*plain);
     if (!cipher) throw InputError(display_name(options.key) + ": the library does not encipher with it");
-    write(options, *cipher);
+    write(options, **cipher);
 }
 
 void decrypt(const Options& options) {

@@ -69,7 +69,7 @@ void encrypt(const Options& options) {
         if ((*plain).size() > *most) {
             refuse_input(options.input, "is too long: key and scheme have room for " + std::to_string(*most) + " bytes");
         }
-        write(options, rsa_encrypt(job, *plain));
+        write(options, *rsa_encrypt(job, *plain));
     });
 }
 

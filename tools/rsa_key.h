@@ -17,6 +17,7 @@ public:
     bool verify(const SignatureOptions& options, const std::string& input, Bytes signature) const override;
 
     E_RSA_KEY* get() const { return record_.get(); }
+    Secret der(KeyPart wanted) const;  // the public or the private key, as the toolkit takes it
     std::size_t bits() const;
     std::size_t bytes() const { return (bits() + 7) / 8; }  // of the modulus, and of what a key makes
 
