@@ -1,7 +1,7 @@
 // Self-tests of the elliptic curves: signatures, agreement, derivation and encryption.
 #include "selftest.h"
 
-#include <morvane/ecc_schemes.h>
+#include "curve_records.h"
 
 namespace morvane::tool {
 namespace {
@@ -47,98 +47,80 @@ constexpr Row kRows[] = {
      "302c041448432233d4fa25f90d6f798d5ce0d2a7ec831fb30414a86cd34d2913ef8f36c489d7788d93ec7c270812"},
 };
 
-class Record {
-public:
-    Record(Octets bytes) : bytes_(std::move(bytes)), record_{signed_size(bytes_), bytes_.data()} {}
-    Record(const Record&) = delete;
-    Record& operator=(const Record&) = delete;
-    ~Record() = default;
-    operator TORVA_V1_OPAQUE8*() { return &record_; }
-    Octets value() const { return {bytes_.begin(), bytes_.begin() + record_.count}; }
-
-private:
-    Octets bytes_;
-    TORVA_V1_OPAQUE8 record_;
-};
-
-struct Curve {
-    explicit Curve(std::int32_t curve) : id(curve) { E_ECParams_Init(id, &params); }
-    std::int32_t id;
-    E_EC_PARAMS params{};
-};
-
 bool verifies_ecdsa(const Row& row, const Octets& message, const Octets& signature) {
-    Curve curve(row.curve);
-    return E_ECDSA_Verify(curve.id, &curve.params, Record(message), Record(signature), Record(octets(row.public_key))) == 1;
+    CurveRecord curve(row.curve);
+    return E_ECDSA_Verify(curve.id, &curve.params, OctetRecord(message), OctetRecord(signature),
+                          OctetRecord(octets(row.public_key))) == 1;
 }
 
 bool signs_ecdsa(const Row& row) {
-    Curve curve(row.curve);
+    CurveRecord curve(row.curve);
     const Octets message = text_octets(kSigned);
-    Record signature(Octets(E_ECDSA_SIGNATURE_OCTETS));
-    return E_ECDSA_Sign(curve.id, &curve.params, Record(message), signature, Record(octets(kPrivate))) == 0 &&
+    OctetRecord signature(Octets(E_ECDSA_SIGNATURE_OCTETS));
+    return E_ECDSA_Sign(curve.id, &curve.params, OctetRecord(message), signature, OctetRecord(octets(kPrivate))) == 0 &&
            verifies_ecdsa(row, message, signature.value());
 }
 
 bool verifies_eckcdsa(const Row& row, const Octets& message, const Octets& signature) {
-    Curve curve(row.curve);
-    return E_ECKCDSA_Verify(curve.id, &curve.params, Record(message), Record(signature),
-                            Record(octets(row.eckcdsa_public))) == 1;
+    CurveRecord curve(row.curve);
+    return E_ECKCDSA_Verify(curve.id, &curve.params, OctetRecord(message), OctetRecord(signature),
+                            OctetRecord(octets(row.eckcdsa_public))) == 1;
 }
 
 bool signs_eckcdsa(const Row& row) {
-    Curve curve(row.curve);
-    Record signature(Octets(E_ECKCDSA_SIGNATURE_OCTETS)), message(text_octets(kSigned)), own(octets(kPrivate));
-    Record point(octets(row.eckcdsa_public));
-    return E_ECKCDSA_Sign_givenK(curve.id, &curve.params, message, signature, own, point, Record(octets(kNumberK))) == 0 &&
+    CurveRecord curve(row.curve);
+    OctetRecord signature(Octets(E_ECKCDSA_SIGNATURE_OCTETS)), message(text_octets(kSigned)), own(octets(kPrivate));
+    OctetRecord point(octets(row.eckcdsa_public));
+    return E_ECKCDSA_Sign_givenK(curve.id, &curve.params, message, signature, own, point, OctetRecord(octets(kNumberK))) ==
+               0 &&
            signature.value() == octets(row.eckcdsa) &&
            E_ECKCDSA_Sign(curve.id, &curve.params, message, signature, own, point) == 0 &&
            verifies_eckcdsa(row, message.value(), signature.value());
 }
 
 bool agrees(const Row& row, const Octets& peer) {
-    Curve curve(row.curve);
-    Record secret(Octets(E_EC_SHARED_OCTETS));
-    return E_ECC_ECDH_Primitive(curve.id, &curve.params, Record(octets(kPrivate)), Record(peer), secret) == 0 &&
+    CurveRecord curve(row.curve);
+    OctetRecord secret(Octets(E_EC_SHARED_OCTETS));
+    return E_ECC_ECDH_Primitive(curve.id, &curve.params, OctetRecord(octets(kPrivate)), OctetRecord(peer), secret) == 0 &&
            secret.value() == octets(row.secret);
 }
 
 bool opens(const Row& row, const Octets& cipher) {
-    Curve curve(row.curve);
-    Record plain(Octets(cipher.size()));
-    return E_ECC_Decryption(curve.id, &curve.params, Record(cipher), plain, Record(octets(kPrivate))) == 0 &&
+    CurveRecord curve(row.curve);
+    OctetRecord plain(Octets(cipher.size()));
+    return E_ECC_Decryption(curve.id, &curve.params, OctetRecord(cipher), plain, OctetRecord(octets(kPrivate))) == 0 &&
            plain.value() == text_octets(kPlain);
 }
 
 bool enciphers(const Row& row) {
-    Curve curve(row.curve);
-    Record cipher(Octets(128));
-    return E_ECC_Encryption(curve.id, &curve.params, Record(text_octets(kPlain)), cipher, Record(octets(row.public_key))) ==
-               0 &&
+    CurveRecord curve(row.curve);
+    OctetRecord cipher(Octets(128));
+    return E_ECC_Encryption(curve.id, &curve.params, OctetRecord(text_octets(kPlain)), cipher,
+                            OctetRecord(octets(row.public_key))) == 0 &&
            opens(row, cipher.value());
 }
 
 // A new pair agrees with the known one from both sides.
 bool pair_serves(const Row& row) {
-    Curve curve(row.curve);
-    Record own(Octets(E_EC_PRIVATE_KEY_OCTETS)), point(Octets(E_EC_POINT_OCTETS));
-    Record here(Octets(E_EC_SHARED_OCTETS)), there(Octets(E_EC_SHARED_OCTETS));
+    CurveRecord curve(row.curve);
+    OctetRecord own(Octets(E_EC_PRIVATE_KEY_OCTETS)), point(Octets(E_EC_POINT_OCTETS));
+    OctetRecord here(Octets(E_EC_SHARED_OCTETS)), there(Octets(E_EC_SHARED_OCTETS));
     return E_ECC_GenerateKeyPair(curve.id, &curve.params, own, point) == 0 &&
-           E_ECC_ECDH_Primitive(curve.id, &curve.params, own, Record(octets(row.public_key)), here) == 0 &&
-           E_ECC_ECDH_Primitive(curve.id, &curve.params, Record(octets(kPrivate)), point, there) == 0 &&
+           E_ECC_ECDH_Primitive(curve.id, &curve.params, own, OctetRecord(octets(row.public_key)), here) == 0 &&
+           E_ECC_ECDH_Primitive(curve.id, &curve.params, OctetRecord(octets(kPrivate)), point, there) == 0 &&
            here.value() == there.value();
 }
 
 bool refuses_points_off(const Row& row) {
-    Curve curve(row.curve);
+    CurveRecord curve(row.curve);
     const Octets point = octets(row.public_key);
-    return TORVA_V1_IsValidPoint(curve.id, &curve.params, Record(with_changed_bit(point, point.size() - 1))) != 1;
+    return TORVA_V1_IsValidPoint(curve.id, &curve.params, OctetRecord(with_changed_bit(point, point.size() - 1))) != 1;
 }
 
 // An example of ANSI X9.63 from NIST CAVP, kdf of SHA-1.
 bool derives(Octets secret) {
-    Record key(Octets(16));
-    return TORVA_V1_DeriveKeyData(Record(std::move(secret)), nullptr, 16, key) == 0 &&
+    OctetRecord key(Octets(16));
+    return TORVA_V1_DeriveKeyData(OctetRecord(std::move(secret)), nullptr, 16, key) == 0 &&
            key.value() == octets("bf71dffd8f4d99223936beb46fee8ccc");
 }
 

@@ -1,7 +1,7 @@
 // Self-tests of DER: what a reader takes, the writer gives again, and damaged encodings are refused.
 #include "selftest.h"
 
-#include "selftest_keys.h"
+#include "known_keys.h"
 
 #include <morvane/asn1.h>
 

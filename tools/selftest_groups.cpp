@@ -1,7 +1,7 @@
 // Self-tests of DSA, KCDSA in both its generations, and Diffie-Hellman.
 #include "selftest.h"
 
-#include "selftest_keys.h"
+#include "known_keys.h"
 
 #include <morvane/asn1.h>
 #include <morvane/bignum.h>
@@ -12,19 +12,6 @@
 namespace morvane::tool {
 namespace {
 
-using GroupKey = std::unique_ptr<E_DSA_KEY>;
-
-GroupKey known_key(void (*read)(E_DSA_KEY*, const std::uint8_t**, std::uint32_t), std::string_view hex) {
-    auto key = std::make_unique<E_DSA_KEY>();
-    E_DSA_Init(key.get());
-    const Octets der = octets(hex);
-    const std::uint8_t* position = der.data();
-    read(key.get(), &position, size32(der));
-    return key;
-}
-GroupKey dsa_key() { return known_key(E_ASN1_GetDSAPrivateKey, kDsaKey); }
-GroupKey kcdsa_key() { return known_key(E_ASN1_GetKCDSAPrivateKey, kKcdsaKey); }
-
 Octets sha1_of(std::string_view text) {
     const Octets message = text_octets(text);
     Octets hash(20);
@@ -34,7 +21,7 @@ Octets sha1_of(std::string_view text) {
 
 // What signs, and what verifies, a message or hash value of so many octets.
 struct Scheme {
-    GroupKey (*key)();
+    std::unique_ptr<E_DSA_KEY> (*key)();
     std::int32_t (*sign)(const std::uint8_t* message, std::int32_t size, std::uint8_t* sig, std::int32_t* sig_len,
                          const E_DSA_KEY* key);
     std::int32_t (*verify)(const std::uint8_t* message, std::int32_t size, const std::uint8_t* sig, std::int32_t sig_len,
@@ -52,9 +39,9 @@ std::int32_t verify_new(const std::uint8_t* message, std::int32_t size, const st
     return E_KCDSA_Verify_New(Hash, message, size, sig, sig_len, key);
 }
 
-constexpr Scheme kDsa = {dsa_key, E_DSA_Sign, E_DSA_Verify};
-constexpr Scheme kKcdsaOld = {kcdsa_key, E_KCDSA_Sign, E_KCDSA_Verify};
-constexpr Scheme kKcdsa = {kcdsa_key, sign_new<E_KCDSA_HAS160>, verify_new<E_KCDSA_HAS160>};
+constexpr Scheme kDsa = {known_dsa_key, E_DSA_Sign, E_DSA_Verify};
+constexpr Scheme kKcdsaOld = {known_kcdsa_key, E_KCDSA_Sign, E_KCDSA_Verify};
+constexpr Scheme kKcdsa = {known_kcdsa_key, sign_new<E_KCDSA_HAS160>, verify_new<E_KCDSA_HAS160>};
 
 bool verifies(const Scheme& scheme, const Octets& message, const Octets& signature) {
     return scheme.verify(message.data(), signed_size(message), signature.data(), signed_size(signature),

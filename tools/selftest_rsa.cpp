@@ -1,9 +1,8 @@
 // Self-tests of RSA: encryption and signatures in all their schemes, and a key pair of its own making.
 #include "selftest.h"
 
-#include "selftest_keys.h"
+#include "known_keys.h"
 
-#include <morvane/asn1.h>
 #include <morvane/pk.h>
 
 #include <memory>
@@ -42,24 +41,13 @@ constexpr char kPssSignature[] =
     "661f199634c547a1ad8442e03da015b136e543f7ab07c0c13e4225b8de8cce25d4f6eb8400f81f7e1833b7ee6e334d370964ca79fdb872"
     "b4d75223b5eeb08101591fb532d155a6de87";
 
-using RsaKey = std::unique_ptr<E_RSA_KEY>;
-
-RsaKey known_key() {
-    auto key = std::make_unique<E_RSA_KEY>();
-    E_RSA_Init(key.get());
-    const Octets der = octets(kRsaKey);
-    const std::uint8_t* position = der.data();
-    E_ASN1_GetRSAPrivateKey(key.get(), &position, size32(der));
-    return key;
-}
-
 // Whether a block is deciphered to kPlain.
 using Opens = bool (*)(const Octets& block);
 
 template <typename Decrypt>
 bool opens(Decrypt decrypt) {
     Octets out(128);
-    const std::int32_t size = decrypt(out.data(), known_key().get());
+    const std::int32_t size = decrypt(out.data(), known_rsa_key().get());
     if (size < 0) return false;
     out.resize(static_cast<std::size_t>(size));
     return out == text_octets(kPlain);
@@ -87,7 +75,7 @@ bool opens_oaep(const Octets& block) { return opens_oaep_with(block, text_octets
 template <typename Encrypt>
 bool comes_back(Encrypt encrypt, Opens open) {
     Octets block(128), plain = text_octets(kPlain);
-    const RsaKey key = known_key();
+    const auto key = known_rsa_key();
     return encrypt(block.data(), plain.data(), signed_size(plain), key.get()) == 128 && open(block);
 }
 
@@ -105,23 +93,24 @@ bool signs_pkcs1() {
     const Octets info = octets(kSigned);
     Octets signature(128);
     std::int32_t size = 0;
-    E_RSA_Sign(info.data(), signed_size(info), signature.data(), &size, known_key().get());
+    E_RSA_Sign(info.data(), signed_size(info), signature.data(), &size, known_rsa_key().get());
     return size == 128 && signature == octets(kSignature);
 }
 bool verifies_pkcs1(const Octets& info, const Octets& signature) {
-    return E_RSA_Verify(info.data(), signed_size(info), signature.data(), signed_size(signature), known_key().get()) == 1;
+    return E_RSA_Verify(info.data(), signed_size(info), signature.data(), signed_size(signature), known_rsa_key().get()) ==
+           1;
 }
 
 bool verifies_pss(const Octets& message, const Octets& signature) {
     return E_RSASSA_PSS_Verify(kSha1, kSha1, message.data(), signed_size(message), signature.data(), signed_size(signature),
-                               kSaltBytes, known_key().get()) == 1;
+                               kSaltBytes, known_rsa_key().get()) == 1;
 }
 bool signs_pss() {
     const Octets message = octets(kPssMessage);
     Octets signature(128);
     std::int32_t size = 0;
     return E_RSASSA_PSS_Sign(kSha1, kSha1, signature.data(), &size, message.data(), signed_size(message), kSaltBytes,
-                             known_key().get()) == 1 &&
+                             known_rsa_key().get()) == 1 &&
            verifies_pss(message, signature);
 }
 

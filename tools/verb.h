@@ -32,6 +32,7 @@ ExitCode run_derive(const Verb& verb, const Arguments& arguments);
 ExitCode run_rsa(const Verb& verb, const Arguments& arguments);
 ExitCode run_ec(const Verb& verb, const Arguments& arguments);
 ExitCode run_selftest(const Verb& verb, const Arguments& arguments);
+ExitCode run_speed(const Verb& verb, const Arguments& arguments);
 ExitCode run_list(const Verb& verb, const Arguments& arguments);
 
 }  // namespace morvane::tool

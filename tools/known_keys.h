@@ -1,5 +1,10 @@
-// Keys of the self-tests, in DER as the library has it. Everybody knows them.
+// Published keys, for self-tests and measurements, in DER as the library has it and as its records.
 #pragma once
+
+#include <morvane/dsa.h>
+#include <morvane/pk.h>
+
+#include <memory>
 
 namespace morvane::tool {
 
@@ -50,5 +55,9 @@ inline constexpr char kKcdsaKey[] =
 inline constexpr char kDhParameters[] =
     "3066026100ffffffffffffffffc90fdaa22168c234c4c6628b80dc1cd129024e088a67cc74020bbea63b139b22514a08798e3404ddef95"
     "19b3cd3a431b302b0a6df25f14374fe1356d6d51c245e485b576625e7ec6f44c42e9a63a3620ffffffffffffffff020102";
+
+std::unique_ptr<E_RSA_KEY> known_rsa_key();
+std::unique_ptr<E_DSA_KEY> known_dsa_key();
+std::unique_ptr<E_DSA_KEY> known_kcdsa_key();
 
 }  // namespace morvane::tool
