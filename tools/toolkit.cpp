@@ -41,8 +41,8 @@ bool accepted(std::int32_t code, std::int32_t refusal) {
     // Sizes, domains and curves have been looked at before a pair is asked for.
     if (code == KERR_MEMORY || code == KERR_OUTPUT_ALLOC || code == KERR_KEYGEN) throw std::bad_alloc();
     char text[80];
-    std::snprintf(text, sizeof text, "the library failed with code 0x%x, its provider layer with %u",
-                  static_cast<unsigned>(code), static_cast<unsigned>(GetError()));
+    static_cast<void>(std::snprintf(text, sizeof text, "the library failed with code 0x%x, its provider layer with %u",
+                                    static_cast<unsigned>(code), static_cast<unsigned>(GetError())));
     throw std::runtime_error(text);
 }
 
