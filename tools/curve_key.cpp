@@ -1,8 +1,9 @@
 #include "curve_key.h"
 
 #include "algorithms.h"
-#include "command_line.h"
 #include "input.h"
+#include "json.h"
+#include "usage.h"
 
 #include <morvane/bignum.h>
 
@@ -129,6 +130,8 @@ void CurveKey::generate(const Curve& curve) {
     const auto [point, block] = toolkit::make_pair(kind_.generate, curve.id);
     set_private(Bytes(*block).subspan(kBlockHead));
 }
+
+void CurveKey::tell(Json& json) const { json.member("curve", curve_->name); }
 
 EncodedKey CurveKey::encode(KeyPart wanted) const {
     const Secret oid = der::element(der::kOid, {curve_->oid});

@@ -21,6 +21,7 @@ public:
 
     KeyPart part() const override { return part_; }
     EncodedKey encode(KeyPart wanted) const override;
+    void tell(Json& json) const override;
 
     const Curve& curve() const { return *curve_; }
 

@@ -1,7 +1,7 @@
 #include "dsa_key.h"
 
-#include "command_line.h"
 #include "subgroup_key.h"
+#include "usage.h"
 
 #include <morvane/bignum.h>
 #include <morvane/kcdsa.h>

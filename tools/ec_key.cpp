@@ -1,6 +1,6 @@
 #include "ec_key.h"
 
-#include "command_line.h"
+#include "usage.h"
 
 #include <array>
 

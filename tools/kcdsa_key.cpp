@@ -1,10 +1,11 @@
 #include "kcdsa_key.h"
 
-#include "command_line.h"
 #include "hex.h"
 #include "input.h"
+#include "json.h"
 #include "subgroup_key.h"
 #include "toolkit.h"
+#include "usage.h"
 
 #include <morvane/bignum.h>
 #include <morvane/kcdsa.h>
@@ -45,8 +46,17 @@ public:
         return is_good(data_to_sign(options, input), signature);
     }
 
-    std::string remark() const override { return remark_; }
-    void set_remark(std::string remark) { remark_ = std::move(remark); }
+    std::string remark() const override {
+        return seed_.empty() ? "" : "seed: " + seed_ + "\ncount: " + std::to_string(count_) + "\n";
+    }
+    void tell(Json& json) const override {
+        SubgroupKey::tell(json);
+        if (!seed_.empty()) json.member("seed", seed_).member("count", count_);
+    }
+    void set_seed(std::string seed, std::uint32_t count) {
+        seed_ = std::move(seed);
+        count_ = count;
+    }
 
 private:
     static constexpr Kind kKind{"KCDSA", kOid, "PRIVATE KEY", "KCDSA PARAMETERS", false};
@@ -79,7 +89,8 @@ private:
                    : toolkit::check(KERR_VERIFY, K_KCDSAVerify, data.hash->id, In(*key), In(data.bytes), In(signature));
     }
 
-    std::string remark_;
+    std::string seed_;  // in hexadecimal digits; empty where nobody drew the domain from one
+    std::uint32_t count_ = 0;
 };
 
 // ---- Generation ----
@@ -88,7 +99,7 @@ void generate_seeded(KcdsaKey& key, DomainSize size) {
     std::array<std::uint8_t, 20> seed{};
     std::uint32_t count = 0;
     E_KCDSA_GenerateX9Key(key.get(), size.p_bits, size.q_bits, seed.data(), &count);
-    key.set_remark("seed: " + to_hex(seed) + "\ncount: " + std::to_string(count) + "\n");
+    key.set_seed(to_hex(seed), count);
 }
 
 struct DomainKind {

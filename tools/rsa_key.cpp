@@ -1,10 +1,11 @@
 #include "rsa_key.h"
 
-#include "command_line.h"
 #include "file_digest.h"
 #include "input.h"
+#include "json.h"
 #include "rsa_schemes.h"
 #include "toolkit.h"
+#include "usage.h"
 
 #include <morvane/asn1.h>
 #include <morvane/bignum.h>
@@ -110,6 +111,8 @@ Secret RsaKey::der(KeyPart wanted) const {
     put(get(), (*der).data());
     return der;
 }
+
+void RsaKey::tell(Json& json) const { json.member("bits", bits()).member("exponent", record_->e_words[0]); }
 
 EncodedKey RsaKey::encode(KeyPart wanted) const {
     return {wanted == KeyPart::kPrivate ? "RSA PRIVATE KEY" : "RSA PUBLIC KEY", der(wanted)};

@@ -13,6 +13,7 @@ public:
 
     KeyPart part() const override { return part_; }
     EncodedKey encode(KeyPart wanted) const override;  // in the forms of PKCS #1
+    void tell(Json& json) const override;
     std::vector<std::uint8_t> sign(const SignatureOptions& options, const std::string& input) const override;
     bool verify(const SignatureOptions& options, const std::string& input, Bytes signature) const override;
 

@@ -1,6 +1,7 @@
 #include "subgroup_key.h"
 
-#include "command_line.h"
+#include "json.h"
+#include "usage.h"
 
 #include <morvane/asn1.h>
 #include <morvane/bignum.h>
@@ -58,6 +59,10 @@ void SubgroupKey::generate(std::uint32_t selector, void (*primitive)(E_DSA_KEY*,
         return primitive(get(), size.p_bits, size.q_bits);
     }
     take_pair(K_GenAssymetricKey, selector, static_cast<std::uint32_t>(size.p_bits));
+}
+
+void SubgroupKey::tell(Json& json) const {
+    json.member("bits", EN_GetFilledBitNum(&record_->p)).member("subgroup_bits", EN_GetFilledBitNum(&record_->q));
 }
 
 EncodedKey SubgroupKey::encode(KeyPart wanted) const {

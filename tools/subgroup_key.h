@@ -18,6 +18,7 @@ class SubgroupKey : public Key {
 public:
     KeyPart part() const override { return part_; }
     EncodedKey encode(KeyPart wanted) const override;
+    void tell(Json& json) const override;
     E_DSA_KEY* get() const { return record_.get(); }
 
     // False when the file has none of this kind. Throws KeyError for numbers that are those of no key.
