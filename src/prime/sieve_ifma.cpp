@@ -49,6 +49,8 @@ constexpr Tables kTables = [] {
     return tables;
 }();
 
+static_assert(std::ranges::all_of(kTables.d, [](std::uint64_t d) { return d >> 41 == 0; }));
+
 // a b / 2^52 modulo m, plus m: above 0 and below a b / 2^52 + 2 m.
 [[MORVANE_TARGET_IFMA, gnu::always_inline]] inline Vector reduce_product(Vector a, Vector b, Vector m,
                                                                          Vector m_inverse) noexcept {
@@ -112,9 +114,10 @@ constexpr std::size_t kShorts = 32;  // to a vector
                                             std::span<const bignum::Word> x) noexcept {
     const std::size_t digits = (32 * x.size() + kDigitBits - 1) / kDigitBits;
     for (std::size_t at = 0; at < kGroups; at += kAtOnce) {
-        Vector r[kAtOnce / kLanes] = {};
+        Vector r[kAtOnce / kLanes];
+        for (Vector& each : r) each = Zmm::fill(digits == 0 ? 0 : digit_at(x, (digits - 1) * kDigitBits));
         // The digit below the lowest one is 0: r becomes 2^48 x modulo d.
-        for (std::size_t digit = digits + 1; digit-- > 0;) {
+        for (std::size_t digit = digits; digit-- > 0;) {
             const Vector next = Zmm::fill(digit == 0 ? 0 : digit_at(x, (digit - 1) * kDigitBits));
 #pragma GCC unroll 4
             for (std::size_t v = 0; v < kAtOnce / kLanes; ++v) {
