@@ -90,7 +90,7 @@ MORVANE_INLINE void from_rows(Lanes (&rows)[64], std::uint8_t* out) noexcept {
 }
 
 // The row that takes output bit `bit` of a box, both counted from 0.
-consteval std::size_t row_of_output(std::size_t box, std::size_t bit) noexcept {
+constexpr std::size_t row_of_output(std::size_t box, std::size_t bit) noexcept {
     std::size_t n = 0;
     while (des::kPermutation[n] != 4 * box + bit + 1) ++n;
     return row_of(n);
@@ -104,9 +104,9 @@ MORVANE_INLINE void add_box(Lanes* to, const Lanes* half, const std::uint32_t* m
         x[i] = bits_xor(half[row_of((4 * Box + 31 + i) % 32)], all32(masks[kFirstMask + i]));
     }
     Circuits::run<Box>(x, y);
-    Lanes* const rows[4] = {to + row_of_output(Box, 0), to + row_of_output(Box, 1), to + row_of_output(Box, 2),
-                            to + row_of_output(Box, 3)};
-    for (std::size_t i = 0; i < 4; ++i) *rows[i] = bits_xor(*rows[i], y[i]);
+    constexpr std::size_t kRows[4] = {row_of_output(Box, 0), row_of_output(Box, 1), row_of_output(Box, 2),
+                                      row_of_output(Box, 3)};
+    for (std::size_t i = 0; i < 4; ++i) to[kRows[i]] = bits_xor(to[kRows[i]], y[i]);
 }
 
 template <std::size_t... Box>

@@ -40,11 +40,11 @@ void expect_box() {
         for (unsigned i = 0; i < 6; ++i) x[i] |= Lanes{input >> (5 - i) & 1} << input;
     }
     Circuits::template run<Box>(x, y);
-    for (unsigned input = 0; input < 64; ++input) {
-        unsigned value = 0;
+    for (std::size_t input = 0; input < 64; ++input) {
+        Lanes value = 0;
         for (const Lanes bit : y) value = 2 * value + (bit >> input & 1);
-        EXPECT_EQ(value, des::kBoxes[Box][((input >> 4 & 2) | (input & 1)) * 16 + (input >> 1 & 15)])
-            << "box " << Box + 1 << ", input " << input;
+        const std::size_t row = (input >> 4 & 2) | (input & 1), column = input >> 1 & 15;
+        EXPECT_EQ(value, des::kBoxes[Box][16 * row + column]) << "box " << Box + 1 << ", input " << input;
     }
 }
 
