@@ -18,7 +18,7 @@ using Digits = std::uint64_t;
 using Vector = Zmm::Vector;
 
 constexpr std::size_t kLanes = Zmm::kLanes;
-constexpr int kStride = kLanes;
+constexpr std::ptrdiff_t kStride = kLanes;
 constexpr int kBlock = 5;  // digits
 
 static_assert(kLanes == kLanePowers);

@@ -9,8 +9,6 @@
 
 namespace morvane::prime {
 
-inline constexpr std::int32_t kLongBits = 96;
-
 // Odd numbers of exactly so many bits, the two highest set. Those of fewer than 16 bits, which the sieve would rule out as
 // primes of its own, are found by trial division and are prime; where there is no prime (or safe prime) like that, it is
 // the next one above.
@@ -20,8 +18,7 @@ public:
 
     // Room for a candidate and for what is computed on the way to it.
     std::size_t words() const noexcept;
-    // Whether searching for some at a time pays.
-    bool are_long() const noexcept { return bits_ >= kLongBits; }
+    std::int32_t bits() const noexcept { return bits_; }
     // False if there is no memory. x is the candidate before or, at first, anything.
     bool next(ENUM& x) const noexcept;
 
@@ -42,7 +39,7 @@ public:
 
     explicit operator bool() const noexcept { return ready_; }
     std::size_t words() const noexcept;
-    bool are_long() const noexcept { return bits_ >= kLongBits; }
+    std::int32_t bits() const noexcept { return bits_; }
     bool next(ENUM& x) noexcept;
 
 private:

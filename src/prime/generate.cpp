@@ -16,7 +16,7 @@ bool has_odd_half(const ENUM& n) noexcept { return (n.words[0] & 2) != 0 || is_s
 template <typename Candidates>
 std::int32_t generate(ENUM& p, Candidates& candidates, bool safe, Draw* draw) noexcept {
     morvane::bignum::WorkRecord x(candidates.words());
-    Rounds rounds(candidates.words(), draw);
+    Rounds rounds(candidates.words(), draw, candidates.bits() >= static_cast<std::int32_t>(kLongBits));
     if (!x || !rounds) return 0;
     Verdict verdict = Verdict::kComposite;
     while (verdict == Verdict::kComposite) {
@@ -24,7 +24,7 @@ std::int32_t generate(ENUM& p, Candidates& candidates, bool safe, Draw* draw) no
         do {
             if (!candidates.next(*x)) return 0;
             if (!safe || has_odd_half(*x)) rounds.add(*x);
-        } while (rounds.count() == 0 || (candidates.are_long() && !rounds.full()));
+        } while (!rounds.full());
         if (!rounds.screen()) return 0;
         if (rounds.count() == 0) continue;
         EN_Copy(x.get(), &rounds.number(0));

@@ -12,8 +12,8 @@ namespace morvane::prime {
 using namespace bignum;
 
 // Other sources than EN_Random have states of their own, and take so long that drawing ahead does not pay.
-Rounds::Rounds(std::size_t words, Draw* draw) noexcept
-    : draw_(draw), most_(draw == EN_Random && has_power_lanes() ? kMost : 1), words_(kNumbers * most_ * words) {
+Rounds::Rounds(std::size_t words, Draw* draw, bool are_long) noexcept
+    : draw_(draw), most_(are_long && draw == EN_Random && has_power_lanes() ? kMost : 1), words_(kNumbers * most_ * words) {
     if (!words_) return;
     for (std::size_t i = 0; i < most_; ++i) {
         Word* const first = words_.get() + kNumbers * i * words;
@@ -101,7 +101,7 @@ Verdict run_rounds(Rounds& rounds, const ENUM& n, bool safe) noexcept {
 }
 
 Verdict run_rounds(const ENUM& n, bool safe, Draw* draw) noexcept {
-    Rounds rounds(words_in(n), draw);
+    Rounds rounds(words_in(n), draw, EN_GetFilledBitNum(&n) >= kLongBits);
     return rounds ? run_rounds(rounds, n, safe) : Verdict::kNoMemory;
 }
 

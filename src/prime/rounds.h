@@ -15,10 +15,12 @@
 
 namespace morvane::prime {
 
+inline constexpr std::uint32_t kLongBits = 96;
+
 class Rounds {
 public:
-    // For numbers of up to so many words.
-    Rounds(std::size_t words, Draw* draw) noexcept;
+    // For numbers of up to so many words; those of fewer than kLongBits go one at a time.
+    Rounds(std::size_t words, Draw* draw, bool are_long) noexcept;
 
     explicit operator bool() const noexcept { return static_cast<bool>(words_); }
     bool full() const noexcept { return count_ == most_; }
@@ -31,8 +33,8 @@ public:
     // What was drawn after it will be drawn again. False if there is no memory.
     //
     // A composite number that base 2 tells might have passed with its own base and failed with the next one, which then
-    // would have been drawn. Of numbers of b bits without short divisors, less than one in 2^(b / 3) has so many bases that
-    // lie: nobody will see it.
+    // would have been drawn. But a random base passes a random composite number of b bits by less than one chance in
+    // 2^(b / 3): nobody will see it.
     bool screen() noexcept;
 
     // One more, unless full: copies n and draws a base of one bit less. Even numbers and 1 have none.
