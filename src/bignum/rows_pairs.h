@@ -50,11 +50,11 @@ MORVANE_INLINE Limb add_row(LimbInWords* r, const LimbInWords* a, std::size_t n,
     return lowest(carry);
 }
 
-MORVANE_TARGET Limb subtract_row(LimbInWords* r, const LimbInWords* a, std::size_t n, Limb w) noexcept {
+MORVANE_TARGET inline Limb subtract_row(LimbInWords* r, const LimbInWords* a, std::size_t n, Limb w) noexcept {
     return add_row<~Limb{0}>(r, a, n, w);
 }
 
-MORVANE_TARGET void reduce_by_rows(Limb* r, Limb* t, const Limb* m, std::size_t n, Limb minus_inverse) noexcept {
+MORVANE_TARGET inline void reduce_by_rows(Limb* r, Limb* t, const Limb* m, std::size_t n, Limb minus_inverse) noexcept {
     Limb top = 0;
     for (std::size_t i = 0; i < n; ++i) {
         const Limb carry = add_row<0>(t + i, m, n, t[i] * minus_inverse);
@@ -86,8 +86,8 @@ MORVANE_INLINE Vector in_lanes(Vector x) noexcept {
     return _mm_shuffle_epi32(x, _MM_SHUFFLE(Upper, Upper, Lower, Lower));
 }
 
-MORVANE_TARGET lehmer::Carries apply_run(const lehmer::Run& run, Limb* u, Limb* v, std::size_t n,
-                                         std::size_t dropped) noexcept {
+MORVANE_TARGET inline lehmer::Carries apply_run(const lehmer::Run& run, Limb* u, Limb* v, std::size_t n,
+                                                std::size_t dropped) noexcept {
     const Vector other = _mm_unpacklo_epi64(one(run.ug), one(run.vf));
     Lanes lanes{_mm_unpacklo_epi64(one(run.uf), one(run.vg)), other, _mm_set1_epi32(-1), other};
     const std::size_t singles = dropped + (n - dropped) % 2;
