@@ -8,9 +8,9 @@
 namespace morvane::bignum {
 namespace {  // NOLINT(cert-dcl59-cpp): every file that includes this makes functions of its own
 
-constexpr unsigned kBits = 28;
-constexpr std::size_t kFewLimbs = 12;     // plain rows are quicker with less
-constexpr std::size_t kBlockLimbs = 128;  // longer operands are taken in pieces
+inline constexpr unsigned kBits = 28;
+inline constexpr std::size_t kFewLimbs = 12;     // plain rows are quicker with less
+inline constexpr std::size_t kBlockLimbs = 128;  // longer operands are taken in pieces
 
 constexpr std::size_t digits_for(std::size_t limbs) noexcept { return rounded_to_rows((32 * limbs + kBits - 1) / kBits); }
 constexpr std::size_t digits_spread(std::size_t limbs) noexcept { return (limbs + 6) / 7 * 8; }
@@ -62,8 +62,8 @@ MORVANE_TARGET inline void gather(LimbInWords* limbs, std::size_t count, const D
     }
 }
 
-MORVANE_TARGET void multiply_block(LimbInWords* r, const LimbInWords* a, std::size_t a_size, const LimbInWords* b,
-                                   std::size_t b_size) noexcept {
+MORVANE_TARGET inline void multiply_block(LimbInWords* r, const LimbInWords* a, std::size_t a_size, const LimbInWords* b,
+                                          std::size_t b_size) noexcept {
     const std::size_t a_count = digits_for(a_size), b_count = digits_for(b_size), t_count = a_count + b_count + kRows;
     BlockWork work(kZerosBelow + digits_spread(a_size) + kZerosAbove + digits_spread(b_size) + t_count);
     Digit* const x = work.get() + kZerosBelow;
@@ -79,7 +79,7 @@ MORVANE_TARGET void multiply_block(LimbInWords* r, const LimbInWords* a, std::si
     gather(r, a_size + b_size, t);
 }
 
-MORVANE_TARGET void square_block(LimbInWords* r, const LimbInWords* a, std::size_t n) noexcept {
+MORVANE_TARGET inline void square_block(LimbInWords* r, const LimbInWords* a, std::size_t n) noexcept {
     const std::size_t spread_count = digits_spread(n), count = digits_for(n), t_count = 2 * count + kRows;
     BlockWork work(kZerosBelow + 2 * (spread_count + kZerosAbove) + t_count);
     Digit* const x = work.get() + kZerosBelow;
@@ -95,14 +95,14 @@ MORVANE_TARGET void square_block(LimbInWords* r, const LimbInWords* a, std::size
     gather(r, 2 * n, t);
 }
 
-MORVANE_TARGET void multiply_columns(LimbInWords* r, const LimbInWords* a, std::size_t a_size, const LimbInWords* b,
-                                     std::size_t b_size) noexcept {
+MORVANE_TARGET inline void multiply_columns(LimbInWords* r, const LimbInWords* a, std::size_t a_size, const LimbInWords* b,
+                                            std::size_t b_size) noexcept {
     if (std::min(a_size, b_size) < kFewLimbs) return multiply_plain(r, a, a_size, b, b_size);
     if (std::max(a_size, b_size) <= kBlockLimbs) return multiply_block(r, a, a_size, b, b_size);
     multiply_pieces<kBlockLimbs>(multiply_block, r, a, a_size, b, b_size);
 }
 
-MORVANE_TARGET void square_columns(LimbInWords* r, const LimbInWords* a, std::size_t n) noexcept {
+MORVANE_TARGET inline void square_columns(LimbInWords* r, const LimbInWords* a, std::size_t n) noexcept {
     if (n < kFewLimbs) return square_plain(r, a, n);
     if (n <= kBlockLimbs) return square_block(r, a, n);
     multiply_pieces<kBlockLimbs>(multiply_block, r, a, n, a, n);

@@ -126,6 +126,7 @@ private:
         carry_twice<Bits>(r, t + count, count);
     }
 
+    bool ready_ = false;
     std::size_t count_;
     WholeModulus<Bits> modulus_;
     Number m_;
@@ -137,23 +138,22 @@ private:
     Work<Digit, kUsual> one_;     // 1 in Montgomery's form
     Work<Digit, kUsual> square_;  // the factor into it
     Work<Digit, kUsual> leave_;   // the factor out of it, less what the last reduction divides by
-    bool ready_ = false;
 };
 
 // Digits of 29 bits where so many can be summed up.
-constexpr std::size_t kFewWords = 8;
+inline constexpr std::size_t kFewWords = 8;
 
-bool is_short(const Power& power) noexcept { return power.modulus.size() < kFewWords; }
-bool fits_29(const Power& power) noexcept { return ColumnRing<29>::digits_for(power.modulus) <= kMostDigits<29>; }
-bool fits_28(const Power& power) noexcept { return ColumnRing<28>::digits_for(power.modulus) <= kMostDigits<28>; }
+inline bool is_short(const Power& power) noexcept { return power.modulus.size() < kFewWords; }
+inline bool fits_29(const Power& power) noexcept { return ColumnRing<29>::digits_for(power.modulus) <= kMostDigits<29>; }
+inline bool fits_28(const Power& power) noexcept { return ColumnRing<28>::digits_for(power.modulus) <= kMostDigits<28>; }
 
-bool power_columns(const Power& power) noexcept {
+inline bool power_columns(const Power& power) noexcept {
     if (is_short(power)) return power_limbs(power);
     if (fits_29(power)) return power_in<ColumnRing<29>>(power);
     return fits_28(power) ? power_in<ColumnRing<28>>(power) : power_limbs(power);
 }
 
-bool power_product_columns(const Power& a, const Power& b) noexcept {
+inline bool power_product_columns(const Power& a, const Power& b) noexcept {
     if (is_short(a)) return power_product_limbs(a, b);
     if (fits_29(a)) return power_product_in<ColumnRing<29>>(a, b);
     return fits_28(a) ? power_product_in<ColumnRing<28>>(a, b) : power_product_limbs(a, b);

@@ -37,15 +37,18 @@ MultiplyFn multiply_avx2;
 SquareFn square_avx2;
 MultiplyFn multiply_sse2;
 SquareFn square_sse2;
+
+// Rows in vectors of 128 bits.
+ReduceFn montgomery_reduce_avx2;
+RowFn multiply_subtract_row_avx2;
+ApplyFn lehmer_apply_avx2;
 ReduceFn montgomery_reduce_sse2;
 RowFn multiply_subtract_row_sse2;
-namespace lehmer {
-ApplyFn apply_sse2;
-}
+ApplyFn lehmer_apply_sse2;
 
 inline constexpr std::size_t kProductVariants = 4;
-inline constexpr std::size_t kRowVariants = 2;
-inline constexpr std::size_t kApplyVariants = 2;
+inline constexpr std::size_t kRowVariants = 3;
+inline constexpr std::size_t kApplyVariants = 3;
 #endif
 
 extern constinit cpu::Dispatch<MultiplyFn, kProductVariants> multiply_variants;

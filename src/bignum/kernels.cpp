@@ -30,11 +30,12 @@ constinit cpu::Dispatch<MultiplyFn, kProductVariants> multiply_variants{
 constinit cpu::Dispatch<SquareFn, kProductVariants> square_variants{
     {{{kIfma, square_ifma}, {cpu::kAvx2, square_avx2}, {cpu::kSse2, square_sse2}, {cpu::kNone, square_plain}}}};
 constinit cpu::Dispatch<ReduceFn, kRowVariants> reduce_variants{
-    {{{cpu::kSse2, montgomery_reduce_sse2}, {cpu::kNone, montgomery_reduce_plain}}}};
-constinit cpu::Dispatch<RowFn, kRowVariants> multiply_subtract_variants{
-    {{{cpu::kSse2, multiply_subtract_row_sse2}, {cpu::kNone, multiply_subtract_row}}}};
+    {{{cpu::kAvx2, montgomery_reduce_avx2}, {cpu::kSse2, montgomery_reduce_sse2}, {cpu::kNone, montgomery_reduce_plain}}}};
+constinit cpu::Dispatch<RowFn, kRowVariants> multiply_subtract_variants{{{{cpu::kAvx2, multiply_subtract_row_avx2},
+                                                                          {cpu::kSse2, multiply_subtract_row_sse2},
+                                                                          {cpu::kNone, multiply_subtract_row}}}};
 constinit cpu::Dispatch<ApplyFn, kApplyVariants> apply_variants{
-    {{{cpu::kSse2, lehmer::apply_sse2}, {cpu::kNone, lehmer::apply_plain}}}};
+    {{{cpu::kAvx2, lehmer_apply_avx2}, {cpu::kSse2, lehmer_apply_sse2}, {cpu::kNone, lehmer::apply_plain}}}};
 #endif
 
 void multiply(LimbInWords* r, const LimbInWords* a, std::size_t a_size, const LimbInWords* b, std::size_t b_size) noexcept {
