@@ -10,6 +10,7 @@ declare -A packages=(
         g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-i686-dev clang lld"
     [wine]="libc6-i386 debian-archive-keyring"
     [fuzz]="clang libclang-rt-dev"
+    [secrets]="valgrind"
     [lint]="clang-format clang-tidy shellcheck git"
     [bench]="pkg-config libbenchmark-dev libssl-dev nettle-dev libgcrypt20-dev libbotan-2-dev libcrypto++-dev librhash-dev
         libgmp-dev"
