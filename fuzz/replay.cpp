@@ -1,9 +1,10 @@
 // A fuzzer's entry in the normal test run: every file of a corpus, and what small faults make of it.
 //
-// usage: replay CORPUS
+// usage: replay CORPUS MUTANTS      where there are more of these, they are evenly left out
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -15,10 +16,14 @@ namespace {
 
 using Bytes = std::vector<char>;
 
+std::size_t mutants = 0;
 std::size_t inputs = 0;
+std::size_t every = 0;  // 0: they are only counted
 
 // From a block of exactly its size, so that the sanitizers see a read beyond it.
 void run(const Bytes& input) {
+    const std::size_t number = mutants++;
+    if (every == 0 || number % every != 0) return;
     const std::vector<std::uint8_t> exact(input.begin(), input.end());
     LLVMFuzzerTestOneInput(exact.data(), exact.size());
     ++inputs;
@@ -64,13 +69,19 @@ void run_mutants(const Bytes& good) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) return 2;
+    if (argc != 3) return 2;
+    const std::size_t most = std::strtoul(argv[2], nullptr, 10);
+    std::vector<Bytes> corpus;
     for (const auto& entry : std::filesystem::directory_iterator(argv[1])) {
         std::ifstream file(entry.path(), std::ios::binary);
-        const Bytes good{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-        run(good);
-        run_mutants(good);
+        corpus.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
     }
+    for (const Bytes& good : corpus) run_mutants(good);
+    every = mutants / most + 1;
+    mutants = 0;
+    for (const Bytes& good : corpus) run_mutants(good);
+    every = 1;
+    for (const Bytes& good : corpus) run(good);
     std::printf("%zu inputs\n", inputs);
-    return inputs > 1000 ? 0 : 1;
+    return corpus.empty() || most == 0 ? 1 : 0;
 }

@@ -1,6 +1,8 @@
 // Comparing secrets.
 #pragma once
 
+#include "base/known.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -11,7 +13,7 @@ inline bool are_equal_secrets(const std::uint8_t* a, const std::uint8_t* b, std:
     std::uint32_t difference = 0;
     for (std::size_t i = 0; i < size; ++i) difference |= static_cast<std::uint32_t>(a[i] ^ b[i]);
     asm("" : "+r"(difference));  // otherwise the compiler may leave the loop early
-    return difference == 0;
+    return known(difference == 0);
 }
 
 }  // namespace morvane

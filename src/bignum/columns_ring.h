@@ -23,7 +23,7 @@ public:
         return rounded_to_rows((std::max(bits_in(modulus) + 3, 32 * modulus.size()) + Bits - 1) / Bits);
     }
 
-    explicit ColumnRing(std::span<const Word> modulus) noexcept
+    ColumnRing(std::span<const Word> modulus, bool is_known) noexcept
         : count_(digits_for(modulus)),
           modulus_(modulus, count_),
           m_(kZerosBelow + count_ + kZerosAbove),
@@ -39,9 +39,9 @@ public:
         for (Number* number : {&m_, &inverse_, &a_, &twice_}) std::fill_n(number->get(), number->size(), 0);
         to_digits<Bits>(m_.get() + kZerosBelow, count_, modulus);
         ready_ = modulus_.set_inverse(inverse_.get() + kZerosBelow) &&
-                 modulus_.set_power(one_.get(), count_, count_ * Bits) &&
-                 modulus_.set_power(square_.get(), count_, 2 * count_ * Bits) &&
-                 modulus_.set_power(leave_.get(), count_, modulus_.reduction_bits());
+                 modulus_.set_power(one_.get(), count_, count_ * Bits, is_known) &&
+                 modulus_.set_power(square_.get(), count_, 2 * count_ * Bits, is_known) &&
+                 modulus_.set_power(leave_.get(), count_, modulus_.reduction_bits(), is_known);
     }
 
     explicit operator bool() const noexcept { return ready_; }

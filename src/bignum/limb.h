@@ -4,6 +4,8 @@
 // 64-bit word in memory. Kernels work on limbs; records hold words.
 #pragma once
 
+#include "base/known.h"
+
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -47,10 +49,13 @@ constexpr std::size_t words_of(const Limb* limbs, std::size_t count) noexcept {
     return count * kWordsPerLimb - static_cast<std::size_t>(kWordsPerLimb == 2 && half);
 }
 
-// The count without the zeros at the top.
+// Of a word that is not 0; without a branch for the one that is.
+inline std::size_t leading_zeros(Word word) noexcept { return static_cast<std::size_t>(__builtin_clz(word)); }
+
+// The count without the zeros at the top. That is known of every number, also of a secret one.
 template <typename Item>
 constexpr std::size_t significant(const Item* items, std::size_t count) noexcept {
-    while (count != 0 && items[count - 1] == 0) --count;
+    while (count != 0 && known(items[count - 1] == 0)) --count;
     return count;
 }
 

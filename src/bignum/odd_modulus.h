@@ -5,6 +5,7 @@
 
 #include "bignum/kernels.h"
 #include "bignum/product.h"
+#include "bignum/rows.h"
 #include "bignum/work.h"
 
 #include <algorithm>
@@ -40,8 +41,10 @@ public:
     // r = t / B^size mod m for the 2 * size limbs of t, which are used up; t is below m B^size.
     void reduce(Limb* r, Limb* t) const noexcept { montgomery_reduce(r, t, limbs_.get(), limbs_.size(), minus_inverse_); }
 
-    // r = 2^bits mod m, as many words as the modulus has. False if there is no memory.
-    bool power_of_two(Word* r, std::size_t bits) const noexcept {
+    // r = 2^bits mod m, as many words as the modulus has, for bits of at least size() limbs. By a division, which is
+    // quicker, if everybody may know the modulus. False if there is no memory.
+    bool power_of_two(Word* r, std::size_t bits, bool is_known) const noexcept {
+        if (!is_known) return power_of_two_by_squares(r, bits);
         WorkWords power(std::max(bits / 32 + 1, words_.size()));
         if (!power) return false;
         std::fill_n(power.get(), power.size(), 0);
@@ -50,6 +53,37 @@ public:
     }
 
 private:
+    // In a time that tells the modulus' length in bits, and nothing else of it.
+    bool power_of_two_by_squares(Word* r, std::size_t bits) const noexcept {
+        const std::size_t size = limbs_.size();
+        const auto top_bit = 32 * words_.size() - 1 - known(leading_zeros(words_.back()));
+        WorkLimbs x(size);
+        WorkLimbs product(2 * size);
+        if (!x || !product) return false;
+        std::fill_n(x.get(), size, 0);
+        x[top_bit / kLimbBits] = Limb{1} << top_bit % kLimbBits;  // below m, which is odd and has that bit
+        for (std::size_t i = top_bit; i < kLimbBits * size; ++i) twice(x.get(), product.get());
+        // x is 1 in Montgomery's form: 2^exponent, in that form, is 2^bits.
+        const std::size_t exponent = bits - kLimbBits * size;
+        for (std::size_t bit = std::bit_floor(exponent); bit != 0; bit >>= 1) {
+            square(product.get(), x.get(), size);
+            reduce(x.get(), product.get());
+            if ((exponent & bit) != 0) twice(x.get(), product.get());
+        }
+        store_limbs(r, x.get(), words_.size());
+        return true;
+    }
+
+    // x = 2 x mod m, for x below m; work has as many limbs.
+    void twice(Limb* x, Limb* work) const noexcept {
+        const std::size_t size = limbs_.size();
+        const Limb carry = shift_left(x, x, size, 1);
+        const Limb borrow = subtract(work, x, limbs_.get(), size);
+        Limb keep = Limb{0} - (borrow & ~carry & 1);
+        asm("" : "+r"(keep));  // or the compiler may branch on it
+        for (std::size_t i = 0; i < size; ++i) x[i] = work[i] ^ (keep & (x[i] ^ work[i]));
+    }
+
     WorkLimbs limbs_;
     std::span<const Word> words_;
     Limb minus_inverse_ = 0;

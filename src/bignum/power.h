@@ -14,6 +14,9 @@ struct Power {
     std::span<const Word> exponent;  // not empty; of one word, it is taken for public and is not 0
     std::span<const Word> modulus;   // the top word is not 0
     Word* result;                    // as many words as the modulus has; may be any of the operands
+
+    // Then the modulus is taken for public, too.
+    bool has_known_exponent() const noexcept { return exponent.size() == 1; }
 };
 
 // False if there is no memory for the work; nothing is written then. Modulo an odd number, the time tells only the lengths

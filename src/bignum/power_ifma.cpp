@@ -72,15 +72,16 @@ public:
         return digits;
     }
 
-    explicit IfmaRing(const std::array<Power, Streams>& powers) noexcept
+    // What is known only spares time.
+    IfmaRing(const std::array<Power, Streams>& powers, bool are_known) noexcept
         : rows_(Rows::kSquares ? kSize : digits_for(powers)) {
         for (std::size_t s = 0; s < Streams; ++s) {
             const Modulus modulus(powers[s].modulus, rows_);
             const std::size_t at = s * kSize;
             moduli_[s] = {&above_.items[at], &all_.items[at], modulus.factor()};
             ready_ = ready_ && modulus && modulus.set_digits(&above_.items[at], &all_.items[at], kSize) &&
-                     modulus.set_power(&square_.items[at], kSize, 2 * rows_ * kIfmaBits) &&
-                     modulus.set_power(&leave_.items[at], kSize, modulus.reduction_bits());
+                     modulus.set_power(&square_.items[at], kSize, 2 * rows_ * kIfmaBits, are_known) &&
+                     modulus.set_power(&leave_.items[at], kSize, modulus.reduction_bits(), are_known);
             one_.items[at] = 1;
         }
         multiply(one_.items.data(), one_.items.data(), square_.items.data());
@@ -147,20 +148,20 @@ private:
 
 template <typename Rows, std::size_t Streams>
 bool power_in_vectors(const std::array<Power, Streams>& powers) noexcept {
-    const IfmaRing<Rows, Streams> ring(powers);
+    const bool are_known = powers[0].has_known_exponent();
+    const IfmaRing<Rows, Streams> ring(powers, are_known);
     Work<Digits, Streams * Rows::kVectors * Rows::kLanes> x(Streams * ring.size());
     if (!ring) return false;
     ring.enter(x.get(), powers);
     std::array<std::span<const Word>, Streams> exponents;
     for (std::size_t s = 0; s < Streams; ++s) exponents[s] = powers[s].exponent;
-    const bool done =
-        exponents[0].size() == 1 ? exponentiate_vt(ring, x.get(), exponents[0][0]) : exponentiate(ring, x.get(), exponents);
+    const bool done = are_known ? exponentiate_vt(ring, x.get(), exponents[0][0]) : exponentiate(ring, x.get(), exponents);
     return done && ring.leave(x.get(), powers);
 }
 
 template <typename Rows>
 bool product_in_vectors(const Power& a, const Power& b) noexcept {
-    const IfmaRing<Rows, 1> ring({a});
+    const IfmaRing<Rows, 1> ring({a}, true);
     Work<Digits, Rows::kVectors * Rows::kLanes> x(ring.size());
     Work<Digits, Rows::kVectors * Rows::kLanes> y(ring.size());
     if (!ring) return false;

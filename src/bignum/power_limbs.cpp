@@ -28,9 +28,10 @@ protected:
 
 class MontgomeryRing : public LimbRing {
 public:
-    explicit MontgomeryRing(std::span<const Word> modulus) noexcept
+    // What is known only spares time.
+    MontgomeryRing(std::span<const Word> modulus, bool is_known) noexcept
         : LimbRing(modulus), m_(modulus, size_), one_(size_), square_(size_) {
-        ready_ = product_ && m_ && one_ && square_ && set_power(one_, 1) && set_power(square_, 2);
+        ready_ = product_ && m_ && one_ && square_ && set_power(one_, 1, is_known) && set_power(square_, 2, is_known);
     }
 
     explicit operator bool() const noexcept { return ready_; }
@@ -59,9 +60,9 @@ public:
 
 private:
     // B^(size n) mod m.
-    bool set_power(WorkLimbs& power, std::size_t n) const noexcept {
+    bool set_power(WorkLimbs& power, std::size_t n, bool is_known) const noexcept {
         WorkWords words(modulus_.size());
-        if (!words || !m_.power_of_two(words.get(), n * kLimbBits * size_)) return false;
+        if (!words || !m_.power_of_two(words.get(), n * kLimbBits * size_, is_known)) return false;
         load_limbs(power.get(), words.get(), modulus_.size());
         return true;
     }
@@ -74,7 +75,7 @@ private:
 
 class DivisionRing : public LimbRing {
 public:
-    explicit DivisionRing(std::span<const Word> modulus) noexcept : LimbRing(modulus), divisor_(size_) {
+    DivisionRing(std::span<const Word> modulus, bool /*is_known*/) noexcept : LimbRing(modulus), divisor_(size_) {
         if (!*this) return;
         load_limbs(divisor_.get(), modulus.data(), modulus.size());
         shift_ = static_cast<unsigned>(std::countl_zero(divisor_[size_ - 1]));

@@ -12,7 +12,8 @@ public:
     explicit Residues(std::span<const Word> modulus) noexcept
         : m_(modulus, limbs_for(modulus.size())), square_(m_.size()), product_(2 * m_.size()) {
         WorkWords words(modulus.size());
-        ready_ = m_ && square_ && product_ && words && m_.power_of_two(words.get(), std::size_t{2} * kLimbBits * m_.size());
+        ready_ = m_ && square_ && product_ && words &&
+                 m_.power_of_two(words.get(), std::size_t{2} * kLimbBits * m_.size(), false);
         if (ready_) load_limbs(square_.get(), words.get(), words.size());
     }
 

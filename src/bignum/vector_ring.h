@@ -34,9 +34,9 @@ public:
     }
 
     // 2^bits mod m, in `size` digits. False if there is no memory, here and below.
-    bool set_power(std::uint64_t* digits, std::size_t size, std::size_t bits) const noexcept {
+    bool set_power(std::uint64_t* digits, std::size_t size, std::size_t bits, bool is_known) const noexcept {
         WorkWords words(m_.words().size());
-        if (!words || !m_.power_of_two(words.get(), bits)) return false;
+        if (!words || !m_.power_of_two(words.get(), bits, is_known)) return false;
         to_digits<Bits>(digits, size, {words.get(), words.size()});
         return true;
     }

@@ -166,7 +166,7 @@ MORVANE_TARGET bool multiply_both(TORVA_V1_POINT& r, const Word* u, const Word* 
     const Element nothing = load(Polynomial{});
     words_of(r.x, Curve::Field::canonical(store(choose(infinite, nothing, result.x))));
     words_of(r.y, Curve::Field::canonical(store(choose(infinite, nothing, result.y))));
-    return infinite == 0;
+    return known(infinite == 0);  // always, for a sound point and scalar
 }
 
 MORVANE_INLINE bool multiply_on(TORVA_V1_POINT& r, std::int32_t curve, const Word* u, const Word* v,

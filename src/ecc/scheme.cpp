@@ -27,7 +27,7 @@ std::optional<Octets> octets_of(const TORVA_V1_OPAQUE8* record) noexcept {
 bool is_zero(const Word* k) noexcept {
     Word any = 0;
     for (std::size_t i = 0; i < kWords; ++i) any |= k[i];
-    return any == 0;
+    return known(any == 0);
 }
 
 bool is_scalar(std::int32_t curve, const Word* k) noexcept {
@@ -35,11 +35,11 @@ bool is_scalar(std::int32_t curve, const Word* k) noexcept {
     order(n, curve);
     std::uint64_t borrow = 0;
     for (std::size_t i = 0; i < kWords; ++i) borrow = (std::uint64_t{k[i]} - n[i] - borrow) >> 63;
-    return borrow != 0 && !is_zero(k);
+    return known(borrow != 0) && !is_zero(k);
 }
 
 bool fits_coordinate(std::int32_t curve, const Word* k) noexcept {
-    return coordinate_octets(curve) == kMostCoordinateOctets || k[kWords - 1] == 0;
+    return coordinate_octets(curve) == kMostCoordinateOctets || known(k[kWords - 1] == 0);
 }
 
 bool read_scalar(Word* k, std::int32_t curve, std::optional<Octets> octets) noexcept {

@@ -4,6 +4,7 @@
 #include <morvane/ecc.h>
 #include <morvane/random.h>
 
+#include "base/known.h"
 #include "base/wipe.h"
 #include "ecc/curve.h"
 
@@ -30,11 +31,11 @@ std::optional<Octets> octets_of(const TORVA_V1_OPAQUE8* record) noexcept;
 
 inline bool has_room(const TORVA_V1_OPAQUE8* out) noexcept { return out != nullptr && out->octets != nullptr; }
 
-// Times of these two depend on the answer only.
+// Times of these two depend on the answer only, which may be known: what is refused is no key and no signature.
 bool is_zero(const Word* k) noexcept;
 bool is_scalar(std::int32_t curve, const Word* k) noexcept;  // from 1 to n - 1
 
-// Whether k fits the octets of a coordinate, as it must in a private key and in s of EC-KCDSA.
+// Whether k fits the octets of a coordinate, as it must in a private key and in s of EC-KCDSA. The answer may be known.
 bool fits_coordinate(std::int32_t curve, const Word* k) noexcept;
 
 // k from 1 to kOrderOctets octets. False if there are fewer or more, or k is not from 1 to n - 1.

@@ -1,6 +1,7 @@
 #include <morvane/dh.h>
 
 #include "base/wipe.h"
+#include "bignum/octets.h"
 #include "bignum/power.h"
 #include "bignum/product.h"
 #include "bignum/record.h"
@@ -97,6 +98,9 @@ std::int32_t E_DH_ComputeKey(std::uint8_t* out, const ENUM* peer, const E_DH_KEY
         !raise(secret->words, magnitude(*peer).first(significant_words(*peer)), value_of(key->x), p)) {
         return -1;
     }
-    set_normalised_length(*secret, p.size());
-    return EN_ENUMToU8(out, secret.get());
+    // How many octets the secret has is told by the result.
+    const std::size_t words = significant(secret->words, p.size());
+    const std::size_t octets = words == 0 ? 0 : 4 * words - known(leading_zeros(secret->words[words - 1])) / 8;
+    words_to_octets(out, octets, secret->words, words);
+    return static_cast<std::int32_t>(octets);
 }

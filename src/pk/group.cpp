@@ -93,6 +93,7 @@ bool Scalars::invert(Scalar& r, const Scalar& a) noexcept {
         draw(factor);
     } while (is_zero(factor));
     multiply(multiple, a, factor);
+    declare_known(multiple.get(), residues_.size());  // a random number, whatever a is
     if (invert_vt(r.get(), multiple.get(), residues_.modulus(), residues_.size()) != Inversion::kDone) return false;
     multiply(r, r, factor);
     return true;
@@ -106,7 +107,7 @@ std::span<const Word> Scalars::words(SecretArray<Word, kGroupWords>& words, cons
 bool Scalars::is_zero(const Scalar& a) const noexcept {
     Limb ones = 0;
     for (std::size_t i = 0; i < residues_.size(); ++i) ones |= a.get()[i];
-    return ones == 0;
+    return known(ones == 0);  // then it is thrown away, or there is no key
 }
 
 void Scalars::draw(Scalar& r) noexcept {

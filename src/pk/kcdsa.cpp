@@ -14,6 +14,7 @@ using namespace morvane::bignum;
 namespace morvane::pk {
 
 Commitment::Commitment(std::span<const Word> w) noexcept : octets{} {
+    declare_known(w.data(), w.size());  // whoever verifies computes it, or has it as y
     w = w.first(significant(w.data(), w.size()));
     padded = 4 * w.size();
     minimal = w.empty() ? 0 : padded - static_cast<std::size_t>(std::countl_zero(w.back())) / 8;

@@ -112,6 +112,8 @@ std::int32_t decrypt(const Scheme& scheme, std::uint8_t* out, Input in, Input la
     const Opened opened = long_enough ? decode(encoded, scheme, label) : Opened{};
 
     // All is decided; what follows is the result, which the caller sees.
+    declare_known(&right_size);
+    declare_known(&opened);
     if (right_size == 0) return refuse("decrypt part : EM byte Length too long , decryption error");
     if (!long_enough) return refuse("EM length too small. Fail to oaep decoding!");
     if (opened.same_label == 0) return refuse(scheme.other_label);

@@ -60,7 +60,7 @@ std::int32_t E_RSA_Public_Encrypt(std::uint8_t* out, const std::uint8_t* in, std
     const std::span<std::uint8_t> padding = frame(block, kEnciphered, in, len, k);
     RAND_Bytes(padding.data(), static_cast<std::int32_t>(padding.size()));
     for (std::uint8_t& octet : padding) {
-        while (octet == 0) RAND_Bytes(&octet, 1);
+        while (known(octet == 0)) RAND_Bytes(&octet, 1);  // of what is thrown away, anybody may know
     }
     return public_operation(out, block.items.data(), *key) ? k : -1;
 }

@@ -39,9 +39,10 @@ struct Parts {
           qInv(value_of(key.qInv, key.qInv_words)) {}
 
     bool are_there() const noexcept { return !p.empty() && !q.empty() && !dP.empty() && !dQ.empty() && !qInv.empty(); }
+    // That the primes are odd is known.
     bool are_regular(std::size_t modulus_words) const noexcept {
         const std::size_t limbs = limbs_for(p.size());
-        return (p[0] & q[0] & 1) != 0 && limbs_for(q.size()) == limbs && limbs_for(modulus_words) <= 2 * limbs &&
+        return known((p[0] & q[0] & 1) != 0) && limbs_for(q.size()) == limbs && limbs_for(modulus_words) <= 2 * limbs &&
                limbs_for(dP.size()) <= limbs && limbs_for(dQ.size()) <= limbs && limbs_for(qInv.size()) <= limbs;
     }
 };
@@ -69,13 +70,14 @@ bool by_remainders(Word* result, std::span<const Word> c, const Parts& key, bool
     ProductLimbs product;
     const auto limbs = [](auto& array) { return array.items.data(); };
     extend(limbs(q_inverse), size, key.qInv);
-    if (!modulo_p.is_residue(limbs(q_inverse))) return false;
+    // Of a key as it was made, these tests always give the same answer; so does the last one below.
+    if (!known(modulo_p.is_residue(limbs(q_inverse)))) return false;
     if (tested) {
         extend(limbs(a), size, key.q);
         modulo_p.multiply(limbs(a), limbs(a), limbs(q_inverse));
         Limb difference = limbs(a)[0] ^ 1;
         for (std::size_t i = 1; i < size; ++i) difference |= limbs(a)[i];
-        if (difference != 0) return false;
+        if (known(difference != 0)) return false;
     }
 
     // c mod p and c mod q, and the two powers side by side, with exponents of equal length.
@@ -122,7 +124,7 @@ bool by_remainders(Word* result, std::span<const Word> c, const Parts& key, bool
     Word beyond = 0;
     for (std::size_t i = c.size(); i < 2 * words; ++i) beyond |= sum.items[i];
     std::copy_n(sum.items.begin(), c.size(), result);
-    return beyond == 0;
+    return known(beyond == 0);
 }
 
 // The same for members of any shape, by the functions on records: whatever they hold, what comes out is what the formula
@@ -170,8 +172,9 @@ bool stands_up(const Word* m, std::span<const Word> c, const E_RSA_KEY& key) noe
     const Word e = public_exponent(key);
     if (e < 3 || e % 2 == 0) return true;
     ModulusWords again;
-    return raise_to_public(again.items.data(), {m, c.size()}, e, modulus_of(key)) &&
-           std::equal(c.begin(), c.end(), again.items.begin());
+    if (!raise_to_public(again.items.data(), {m, c.size()}, e, modulus_of(key))) return false;
+    declare_known(again.items.data(), c.size());  // c, which everybody may know, or what a fault has made of it
+    return std::equal(c.begin(), c.end(), again.items.begin());
 }
 
 }  // namespace

@@ -28,6 +28,7 @@ bool get_integers(ENUM& r, ENUM& s, const std::uint8_t* in, std::int32_t length)
 }
 
 ScalarNumber::ScalarNumber(const Scalars& scalars, const Scalar& a) noexcept : number_{0, 0, words_.items.data()} {
+    declare_known(a.get(), kGroupLimbs);
     bignum::set_normalised_length(number_, scalars.words(words_, a).size());
 }
 

@@ -21,7 +21,7 @@ std::int32_t put_integers(std::uint8_t* out, const ENUM& r, const ENUM& s) noexc
 // Reads exactly that into numbers with room for kGroupWords words.
 bool get_integers(ENUM& r, ENUM& s, const std::uint8_t* in, std::int32_t length) noexcept;
 
-// A scalar as a record.
+// A scalar that everybody may know, as a record: r, s or e of a signature.
 class ScalarNumber {
 public:
     ScalarNumber(const Scalars& scalars, const Scalar& a) noexcept;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/bytes.h"
+#include "base/known.h"
 #include "base/mask.h"
 #include "base/wipe.h"
 #include "pk/rsa.h"
@@ -46,6 +47,7 @@ inline void move_to_front(std::uint8_t* octets, std::size_t size, std::uint32_t 
 
 // Hands a result over: the message in front of `octets` if its length is not negative. From here on the length is told.
 inline std::int32_t hand_over(std::uint8_t* out, const std::uint8_t* octets, std::int32_t length) noexcept {
+    length = known(length);
     if (length > 0) copy_bytes(out, octets, static_cast<std::size_t>(length));
     return length;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/bytes.h"
+#include "base/known.h"
 
 #include <algorithm>
 
@@ -23,9 +24,9 @@ inline void fit_octets(std::uint8_t* to, std::size_t to_size, const std::uint8_t
     copy_bytes(to + (to_size - common), from + (from_size - common), common);
 }
 
-// Writes the number without its leading zeros. Returns how many octets it has.
+// Writes the number without its leading zeros. Returns how many octets it has, which becomes known.
 inline std::uint32_t put_minimal(std::uint8_t* to, const std::uint8_t* from, std::size_t size) noexcept {
-    const std::uint8_t* const first = std::find_if(from, from + size, [](std::uint8_t octet) { return octet != 0; });
+    const std::uint8_t* const first = std::find_if(from, from + size, [](std::uint8_t octet) { return known(octet != 0); });
     return static_cast<std::uint32_t>(std::copy(first, from + size, to) - to);
 }
 

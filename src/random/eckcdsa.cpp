@@ -1,5 +1,6 @@
 // The generator of KCDSA's standard (TTAS.KO-12.0001) with HAS-160, for EC-KCDSA: scalars for a group of given order.
 #include "base/wipe.h"
+#include "bignum/octets.h"
 #include "bignum/record.h"
 #include "bignum/work_record.h"
 #include "random/big_endian.h"
@@ -73,9 +74,12 @@ std::uint32_t E_ECKCDSA_RandomBytes(std::uint8_t* k, std::uint32_t* k_len, const
     Octets result(width.octets);
     if (!result) return 0;
     expand(result, width, value.get(), octets);
+    // The division and the shortest form tell a little about how long the numbers are.
+    declare_known(result.get(), octets);
     EN_U8ToENUM(scalar.get(), result.get(), octets);
     if (EN_Mod(scalar.get(), scalar.get(), order.get()) == 0) return 0;
     *k_len = static_cast<std::uint32_t>(EN_ENUMToU8(k, scalar.get()));
+    declare_secret(k, *k_len);
 
     if (xkey != nullptr) {
         fit_octets(value.get(), width.octets, k, *k_len);
@@ -102,9 +106,10 @@ std::uint32_t E_GenerateRandom_ECKCDSA(std::uint32_t /*curve*/, std::uint8_t* k,
     const auto order_len = static_cast<std::uint32_t>(end - n);
     while (*k_len == 0) {
         EN_Random(random.get(), kSeedBits, 0, 0);
-        EN_ENUMToU8(seed.items.data(), random.get());
+        words_to_octets(seed.items.data(), kSeedBits / 8, random->words, kSeedBits / 32);
         EN_Random(random.get(), static_cast<std::int32_t>(8 * order_len), 0, 0);
-        auto xkey_len = static_cast<std::uint32_t>(EN_ENUMToU8(xkey.items.data(), random.get()));
+        words_to_octets(xkey.items.data(), order_len, random->words, (order_len + 3) / 4);
+        std::uint32_t xkey_len = order_len;
         E_ECKCDSA_RandomBytes(k, k_len, seed.items.data(), kSeedBits / 8, xkey.items.data(), &xkey_len, n, order_len);
     }
     return *k_len;

@@ -1,5 +1,6 @@
 // The generator of ANSI X9.62 (FIPS 186-2, appendix 3): scalars for a group of given order.
 #include "base/wipe.h"
+#include "bignum/octets.h"
 #include "bignum/record.h"
 #include "bignum/work_record.h"
 #include "random/big_endian.h"
@@ -43,10 +44,13 @@ std::uint32_t E_X9_62RandomBytes(std::uint8_t* k, std::uint32_t* k_len, std::uin
     if (is_zero(*limit)) return 0;
 
     expand(k, rounds, xkey, *xkey_len);
+    // The division and the shortest form tell a little about how long the numbers are.
+    declare_known(k, std::size_t{rounds} * kRoundOctets);
     EN_U8ToENUM(scalar.get(), k, rounds * kRoundOctets);
     if (EN_Mod(scalar.get(), scalar.get(), limit.get()) == 0) return 0;
     EN_AddU32(scalar.get(), scalar.get(), 1);
     *k_len = static_cast<std::uint32_t>(EN_ENUMToU8(k, scalar.get()));
+    declare_secret(k, *k_len);
     return *k_len;
 }
 
@@ -55,6 +59,7 @@ std::uint32_t E_GenerateRandom_X962(std::uint32_t /*curve*/, std::uint8_t* k, st
     WorkRecord random(kRoundOctets / 4);
     EN_Random(random.get(), kRoundBits, 1, 1);
     SecretArray<std::uint8_t, kRoundOctets> xkey;
-    auto xkey_len = static_cast<std::uint32_t>(EN_ENUMToU8(xkey.items.data(), random.get()));
+    words_to_octets(xkey.items.data(), kRoundOctets, random->words, kRoundOctets / 4);
+    std::uint32_t xkey_len = kRoundOctets;
     return E_X9_62RandomBytes(k, k_len, 2 * kRoundBits, xkey.items.data(), &xkey_len, n, n_len);
 }

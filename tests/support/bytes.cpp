@@ -33,8 +33,15 @@ Bytes repeated(std::string_view text, std::size_t times) {
 
 Bytes Random::bytes(std::size_t size) {
     Bytes bytes(size);
-    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(engine_());
+    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(draw(1));
     return bytes;
+}
+
+std::uint32_t Random::draw(int octets) {
+    if (input_.empty()) return static_cast<std::uint32_t>(engine_());
+    std::uint32_t value = 0;
+    for (; octets != 0 && !input_.empty(); --octets, input_ = input_.subspan(1)) value = value << 8 | input_[0];
+    return value;
 }
 
 }  // namespace morvane::test
