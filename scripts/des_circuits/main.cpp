@@ -119,6 +119,6 @@ int main(int argc, char** argv) {
         write_box(box, ternary, circuit);
     }
     std::printf("        }\n    }\n};\n\n}  // namespace\n}  // namespace morvane::cipher\n");
-    std::fprintf(stderr, "%d gates\n", gates);
+    (void)std::fprintf(stderr, "%d gates\n", gates);
     return 0;
 }
