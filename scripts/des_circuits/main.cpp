@@ -78,10 +78,10 @@ void write_box(int box, bool ternary, const Circuit& c) {
     std::printf("        %sif constexpr (Box == %d) {  // %d gates\n", box != 0 ? "} else " : "", box, c.size - kInputs);
     std::vector<std::string> names(static_cast<std::size_t>(c.size), "ones");
     const auto name = [&](int i) { return names[static_cast<std::size_t>(i)].c_str(); };
-    for (std::size_t i = 0; i < 6; ++i) names[i] = "x[" + std::to_string(i) + "]";
+    for (std::size_t i = 0; i < 6; ++i) names[i] = std::string("x[").append(std::to_string(i)).append("]");
     int count = 0;
     for (const int i : order_of(c, ternary ? 3 : 2)) {
-        names[static_cast<std::size_t>(i)] = "t" + std::to_string(count++);
+        names[static_cast<std::size_t>(i)] = std::string("t").append(std::to_string(count++));
         const auto& [table, in] = c.node[i];
         std::printf("            const Lanes %s = ", name(i));
         if (ternary) {
@@ -119,6 +119,6 @@ int main(int argc, char** argv) {
         write_box(box, ternary, circuit);
     }
     std::printf("        }\n    }\n};\n\n}  // namespace\n}  // namespace morvane::cipher\n");
-    std::fprintf(stderr, "%d gates\n", gates);
+    (void)std::fprintf(stderr, "%d gates\n", gates);
     return 0;
 }

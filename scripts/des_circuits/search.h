@@ -165,7 +165,7 @@ private:
     };
 
     // Nodes from `from` on that complete at[0] to at[level - 1], which tell `told` apart, to so many leaves of a tree.
-    int complete(Circuit& c, Bits target, Bits mask, int* at, int level, int leaves, Bits told, int from) {
+    int complete(Circuit& c, Bits target, Bits mask, std::vector<int>& at, int level, int leaves, Bits told, int from) {
         const Telling& t = telling_;
         if (level == leaves - 2) {
             for (int p = t.begin[from]; p < t.pairs; p += 16) {
@@ -173,16 +173,16 @@ private:
                 for (int k = 0; k < 16; ++k) any |= (told | t.pair[p + k]) == kAll ? kAll : 0;
                 for (int k = p; any != 0 && k < std::min(p + 16, t.pairs); ++k) {
                     if ((told | t.pair[k]) != kAll) continue;
-                    at[level] = t.order[t.first[k]];
-                    at[level + 1] = t.order[t.second[k]];
-                    const int made = use_nodes(c, at, leaves, target, mask);
+                    at[static_cast<std::size_t>(level)] = t.order[t.first[k]];
+                    at[static_cast<std::size_t>(level) + 1] = t.order[t.second[k]];
+                    const int made = use_nodes(c, at.data(), leaves, target, mask);
                     if (made >= 0) return made;
                 }
             }
             return -1;
         }
         for (int i = from; i <= t.count - (leaves - level) && (told | t.later[i]) == kAll; ++i) {
-            at[level] = t.order[i];
+            at[static_cast<std::size_t>(level)] = t.order[i];
             const int made = complete(c, target, mask, at, level + 1, leaves, told | t.tells[i], i + 1);
             if (made >= 0) return made;
         }
@@ -203,7 +203,7 @@ private:
         telling_.fill(c, target, mask, random_);
         if (telling_.later[0] != kAll) return -1;
         for (int gates = 1; gates <= std::min(limit - c.size, ternary_ ? 2 : 3); ++gates) {
-            int at[5];
+            std::vector<int> at(5);
             const int made = complete(c, target, mask, at, 0, ternary_ ? 2 * gates + 1 : gates + 1, 0, 0);
             if (made >= 0) return made;
         }
