@@ -109,6 +109,27 @@ TEST_F(Rsa, WhatIsEncipheredIsOpened) {
     }
 }
 
+// A fault in the members for Chinese remainders, which would give the primes away: refused, or without effect.
+TEST_F(Rsa, NoFaultInTheKeyGivesAWrongSignature) {
+    const Bytes text = message_of(20);
+    const Bytes right = outcome_of([&](auto* out) { return E_RSA_Private_Encrypt(out, text.data(), 20, key); }).out;
+    int refused = 0;
+    for (ENUM* const member : {&key->p, &key->q, &key->dP, &key->dQ, &key->qInv}) {
+        for (std::uint32_t bit = 0; bit < 512; ++bit) {
+            member->words[bit / 32] ^= 1U << bit % 32;
+            const Outcome signing = outcome_of([&](auto* out) { return E_RSA_Private_Encrypt(out, text.data(), 20, key); });
+            ASSERT_TRUE(signing.status == 0 || signing.out == right) << bit;
+            refused += static_cast<int>(signing.status == 0);
+            Bytes sig(k);
+            std::int32_t size = 0, status = 0;
+            if (bit % 16 == 7) status = E_RSASSA_PSS_Sign(0, 0, sig.data(), &size, text.data(), 20, 20, key);
+            member->words[bit / 32] ^= 1U << bit % 32;
+            ASSERT_TRUE(status == 0 || E_RSASSA_PSS_Verify(0, 0, text.data(), 20, sig.data(), k, 20, key) == 1) << bit;
+        }
+    }
+    EXPECT_EQ(refused, 5 * 512);
+}
+
 // With a modulus of 1030 bits an encoded message, of 1031 bits, is below it sometimes; only then does the signature verify.
 TEST_F(Rsa, OddModuliSign) {
     RsaKey one_more(load_vectors("rsa_pss.txt")[7]);
