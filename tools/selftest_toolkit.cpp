@@ -4,7 +4,6 @@
 #include "known_keys.h"
 #include "toolkit.h"
 
-#include <algorithm>
 #include <optional>
 
 namespace morvane::tool {

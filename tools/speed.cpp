@@ -6,9 +6,9 @@
 #include "json.h"
 #include "output.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <optional>
 
 namespace morvane::tool {
 namespace {

@@ -1,4 +1,5 @@
 # Completion of the morvane command in bash: the command itself says which words may come next, so this never lags behind.
+# shellcheck shell=bash
 _morvane() {
     local word words=() answer current
     # bash takes the = of --option=value for a word.
