@@ -2,6 +2,7 @@
 #include "ecc/curve.h"
 
 #include "base/known.h"
+#include "base/wipe.h"
 #include "ecc/binary.h"
 #include "ecc/secp160r1.h"
 
@@ -21,17 +22,32 @@ p160::Jacobian multiply_p160(const Word* k, const TORVA_V1_POINT& p, Multiply wa
     return p160::is_infinite(point) ? p160::Jacobian{p160::kOne, p160::kOne, {}} : way(k, point);
 }
 
+// Calls of their own, so that all that they use lies below the caller's stack.
+[[gnu::noinline]] bool put_base_multiple(TORVA_V1_POINT& r, const Word* k) noexcept {
+    return put(r, p160::multiply_base(k));
+}
+[[gnu::noinline]] bool put_multiple(TORVA_V1_POINT& r, const Word* k, const TORVA_V1_POINT& p) noexcept {
+    return put(r, multiply_p160(k, p, p160::multiply_point));
+}
+
+constexpr std::size_t kUsedStack = 8192;
+
 }  // namespace
 
+// Points and limbs on the way are as secret as the scalar; the stack that they were on is cleared.
 bool multiply_base(TORVA_V1_POINT& r, std::int32_t curve, const Word* k) noexcept {
     if (!is_built_in(curve)) return false;
-    return curve == kSecp160r1 ? put(r, p160::multiply_base(k)) : binary_multiply.get()(r, curve, k, nullptr, nullptr);
+    const bool finite =
+        curve == kSecp160r1 ? put_base_multiple(r, k) : binary_multiply.get()(r, curve, k, nullptr, nullptr);
+    wipe_stack_below<kUsedStack>();
+    return finite;
 }
 
 bool multiply(TORVA_V1_POINT& r, std::int32_t curve, const Word* k, const TORVA_V1_POINT& p) noexcept {
     if (!is_built_in(curve)) return false;
-    return curve == kSecp160r1 ? put(r, multiply_p160(k, p, p160::multiply_point))
-                               : binary_multiply.get()(r, curve, nullptr, k, &p);
+    const bool finite = curve == kSecp160r1 ? put_multiple(r, k, p) : binary_multiply.get()(r, curve, nullptr, k, &p);
+    wipe_stack_below<kUsedStack>();
+    return finite;
 }
 
 bool multiply_two_vt(TORVA_V1_POINT& r, std::int32_t curve, const Word* u, const Word* v,

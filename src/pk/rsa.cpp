@@ -16,6 +16,9 @@ namespace {
 constexpr std::size_t kModulusWords = E_RSA_MODULUS_WORDS;
 constexpr std::size_t kPrimeWords = E_RSA_PRIME_WORDS;
 
+// What exponentiation uses of the stack, but for its tables, which it wipes itself.
+constexpr std::size_t kUsedStack = 16384;
+
 using ModulusWords = SecretArray<Word, kModulusWords>;
 
 // The words of a member's value; none if its length does not fit its storage.
@@ -58,8 +61,9 @@ using PrimeLimbs = SecretArray<Limb, kPrimeLimbs>;
 using ProductLimbs = SecretArray<Limb, 2 * kPrimeLimbs>;
 
 // Garner's way: m = mQ + q ((mP - mQ) qInv mod p) with mP = c^dP mod p, mQ = c^dQ mod q. c has the modulus' words and is
-// below it. The time depends on the lengths only.
-bool by_remainders(Word* result, std::span<const Word> c, const Parts& key, bool tested) noexcept {
+// below it. The time depends on the lengths only. A call of its own, so that all that it uses lies below its caller's
+// stack.
+[[gnu::noinline]] bool by_remainders(Word* result, std::span<const Word> c, const Parts& key, bool tested) noexcept {
     Residues modulo_p(key.p);
     Residues modulo_q(key.q);
     if (!modulo_p || !modulo_q) return false;
@@ -212,14 +216,16 @@ bool private_operation(std::uint8_t* out, const std::uint8_t* in, const E_RSA_KE
         const Parts parts(key);
         if (!parts.are_there()) return false;
         const bool regular = parts.are_regular(n.size());
-        if (!(regular ? by_remainders(m.items.data(), base, parts, tested)
-                      : by_remainders_vt(m.items.data(), base, key, tested))) {
-            return false;
-        }
+        const bool done = regular ? by_remainders(m.items.data(), base, parts, tested)
+                                  : by_remainders_vt(m.items.data(), base, key, tested);
+        wipe_stack_below<kUsedStack>();
+        if (!done) return false;
         if (!stands_up(m.items.data(), base, key)) return false;
     } else {
         const std::span<const Word> d = value_of(key.d, key.d_words);
-        if (d.empty() || !power_mod({base, d, n, m.items.data()})) return false;
+        const bool done = !d.empty() && power_mod({base, d, n, m.items.data()});
+        wipe_stack_below<kUsedStack>();
+        if (!done) return false;
     }
     words_to_octets(out, modulus_bytes(key), m.items.data(), n.size());
     return true;
