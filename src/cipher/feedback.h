@@ -146,7 +146,7 @@ void cfb_decrypt(const typename C::Schedule& schedule, const std::uint8_t* in, s
             std::memcpy(keys + kBlockBytes, in, size - kBlockBytes);
             shift.shift_in(Block::load(in + size - kBlockBytes));
             encrypt(schedule, keys, keys, now);
-            xor_into(keys, in, size);
+            xor_into.get()(keys, in, size);
             if (!direct) std::memcpy(out, keys, size);
         } else {
             for (std::size_t i = 0; i < now; ++i) {

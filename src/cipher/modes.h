@@ -3,6 +3,7 @@
 
 #include "base/wipe.h"
 #include "cipher/cipher.h"
+#include "cipher/xor_into.h"
 
 #include <algorithm>
 
@@ -34,13 +35,6 @@ private:
 inline bool are_apart(const std::uint8_t* a, const std::uint8_t* b, std::size_t size) noexcept {
     const auto first = reinterpret_cast<std::uintptr_t>(a), second = reinterpret_cast<std::uintptr_t>(b);
     return first < second ? second - first >= size : first - second >= size;
-}
-
-// to ^= with. The two do not overlap.
-inline void xor_into(std::uint8_t* __restrict to, const std::uint8_t* __restrict with, std::size_t size) noexcept {
-    for (std::size_t i = 0; i < size; i += 8) {
-        store_le(to + i, load_le<std::uint64_t>(to + i) ^ load_le<std::uint64_t>(with + i));
-    }
 }
 
 template <BlockCipher C>
@@ -94,7 +88,7 @@ Block<C::kBlockBytes> cbc_decrypt_blocks(const typename C::Schedule& schedule, c
         std::uint8_t* const plain = direct ? out : batch.use(size);
         decrypt(schedule, in, plain, now);
         (Block<kBlockBytes>::load(plain) ^ chain).store(plain);
-        xor_into(plain + kBlockBytes, in, size - kBlockBytes);
+        xor_into.get()(plain + kBlockBytes, in, size - kBlockBytes);
         chain = Block<kBlockBytes>::load(in + size - kBlockBytes);  // before out, which may be in, is written
         if (!direct) std::memcpy(out, plain, size);
         in += size;

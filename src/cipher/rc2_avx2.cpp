@@ -56,7 +56,7 @@ struct MashKeys {
 
 namespace morvane::cipher {
 
-constexpr std::size_t kTogether = sizeof(void*) == 8 ? 2 : 2;
+constexpr std::size_t kTogether = 4;
 
 MORVANE_TARGET void Rc2Avx2::encrypt(const E_RC2_KEY_SCHEDULE& schedule, const std::uint8_t* in, std::uint8_t* out,
                                      std::size_t count) {

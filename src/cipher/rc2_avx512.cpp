@@ -24,7 +24,7 @@ struct MashKeys {
 
 namespace morvane::cipher {
 
-constexpr std::size_t kTogether = sizeof(void*) == 8 ? 4 : 2;
+constexpr std::size_t kTogether = sizeof(void*) == 8 ? 4 : 3;
 
 MORVANE_TARGET void Rc2Avx512::encrypt(const E_RC2_KEY_SCHEDULE& schedule, const std::uint8_t* in, std::uint8_t* out,
                                        std::size_t count) {

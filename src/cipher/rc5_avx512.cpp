@@ -5,7 +5,7 @@
 
 namespace morvane::cipher {
 
-constexpr std::size_t kTogether = sizeof(void*) == 8 ? 4 : 3;
+constexpr std::size_t kTogether = sizeof(void*) == 8 ? 4 : 2;
 
 MORVANE_TARGET void Rc5Avx512::encrypt(const E_RC5_KEY_SCHEDULE& schedule, const std::uint8_t* in, std::uint8_t* out,
                                        std::size_t count) {
