@@ -1,7 +1,7 @@
 // morvane-bench: this library beside public ones, in one process. scripts/bench runs it and makes tables of it.
 //
 // With --portable as first argument this library uses no more than the architecture's baseline, and so do the peers that
-// can be told to in the program; scripts/bench sets the environment for the others. With --avx2 it is everything but AVX-512.
+// can be told to in the program; scripts/bench sets the environment for the others. With --avx2 it is all but AVX-512.
 #include "cpu/cpu.h"
 #include "rows.h"
 
