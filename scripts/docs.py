@@ -89,6 +89,8 @@ def verb_page(help_text):
                     yield f".TP\n.B {roff(item[1])}\n{roff(item[2] or '')}".rstrip() + "\n"
                 else:
                     yield roff(line.strip()) + "\n"
+        elif lines[0] == "Examples:":
+            yield ".PP\nExamples:\n.PP\n.EX\n" + "".join(roff(line) + "\n" for line in lines[1:]) + ".EE\n"
         else:
             yield ".PP\n" + roff(block) + "\n"
 
@@ -104,13 +106,17 @@ def man_page(tool):
     yield ".SH SYNOPSIS\n.B morvane\n.I VERB\n.RI [ ARGUMENTS ]\n"
     summary = ask("help")
     yield ".SH VERBS\n"
-    verbs = re.findall(r"^  (\w+) +(.*)$", summary, re.M)
+    verb_table, code_table = summary.split("Exit codes:")
+    verbs = re.findall(r"^  (\w+) +(.*)$", verb_table, re.M)
     for verb, text in verbs:
         yield f".TP\n.B {verb}\n{roff(text)}\n"
     for verb, _ in verbs:
         if verb not in ("help", "version"):
             yield f".SH {verb.upper()}\n"
             yield from verb_page(ask("help", verb))
+    yield ".SH EXIT STATUS\n"
+    for code, text in re.findall(r"^  (\d) +(.*)$", code_table, re.M):
+        yield f".TP\n.B {code}\n{roff(text)}\n"
     yield ".SH SEE ALSO\nThe documents of the library tell what its algorithms are worth, SECURITY.md above all.\n"
 
 
