@@ -1,7 +1,7 @@
 // morvane-bench: this library beside public ones, in one process. scripts/bench runs it and makes tables of it.
 //
 // With --portable as first argument this library uses no more than the architecture's baseline, and so do the peers that
-// can be told to in the program; scripts/bench sets the environment for the others.
+// can be told to in the program; scripts/bench sets the environment for the others. With --avx2 it is everything but AVX-512.
 #include "cpu/cpu.h"
 #include "rows.h"
 
@@ -17,6 +17,7 @@ namespace {
 
 using namespace morvane::bench;
 
+constexpr morvane::cpu::Features kOf512Bits = morvane::cpu::kAvx512 | morvane::cpu::kIfma | morvane::cpu::kVbmi;
 constexpr bool kBaselineHasSse2 = sizeof(void*) == 8;  // every x86-64 processor has it, not every i386
 constexpr std::size_t kSizes[] = {64, 16384};
 constexpr std::size_t kCheckedBytes = 1008;  // whole blocks of every cipher, no whole block of any digest
@@ -154,8 +155,10 @@ void add_benchmark(const Row& row, const std::string& message, std::size_t size)
 
 int main(int argc, char** argv) {
     const bool portable = argc > 1 && std::strcmp(argv[1], "--portable") == 0;
-    if (portable) {
-        morvane::cpu::limit_features(kBaselineHasSse2 ? morvane::cpu::kSse2 : morvane::cpu::kNone);
+    const bool avx2 = argc > 1 && std::strcmp(argv[1], "--avx2") == 0;
+    if (portable || avx2) {
+        const morvane::cpu::Features baseline = kBaselineHasSse2 ? morvane::cpu::kSse2 : morvane::cpu::kNone;
+        morvane::cpu::limit_features(portable ? baseline : morvane::cpu::kAll & ~kOf512Bits);
         argv[1] = argv[0];
         ++argv;
         --argc;

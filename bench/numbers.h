@@ -21,6 +21,7 @@ inline constexpr std::size_t kUsualBits[] = {1024, 2048};
 inline constexpr std::size_t kModulusBits[] = {512, 1024, 2048, 4096};
 
 inline constexpr std::size_t kPrimeBits[] = {512, 1024};
+inline constexpr std::size_t kSafePrimeBits[] = {256};
 
 inline constexpr Operation kMultiply{"multiply", kUsualBits};  // a b
 inline constexpr Operation kSquare{"square", kUsualBits};      // a^2
@@ -59,11 +60,12 @@ void add_operation(Rows& all, const Operation& operation, const char* library, W
     }
 }
 
-// A row for each length of a prime; generate(bits) makes one.
+// A row for each length of a prime, or of a safe one; generate(bits) makes one.
 template <typename Generate>
-void add_primes(Rows& all, const char* library, Generate generate) {
-    for (const std::size_t bits : kPrimeBits) {
-        Row row{"prime", library, [=](std::uint8_t*, const std::uint8_t*, std::size_t) { generate(bits); }, Kind::kSearch};
+void add_primes(Rows& all, const char* library, Generate generate, bool safe = false) {
+    for (const std::size_t bits : safe ? std::span<const std::size_t>(kSafePrimeBits) : kPrimeBits) {
+        Row row{safe ? "safe-prime" : "prime", library,
+                [=](std::uint8_t*, const std::uint8_t*, std::size_t) { generate(bits); }, Kind::kSearch};
         row.bits = bits;
         row.searches = 14;
         all.push_back(std::move(row));

@@ -50,8 +50,11 @@ void add_our_numbers(Rows& all) {
     add(all, kInverse, [](Numbers& n) { EN_Mod_Inv(n.r.get(), n.a.get(), n.m.get()); });
     add(all, kGcd, [](Numbers& n) { EN_GCD(n.r.get(), n.a.get(), n.b.get()); });
     add(all, kModExp, [](Numbers& n) { EN_Mod_Exp(n.r.get(), n.a.get(), n.b.get(), n.m.get()); });
-    add_primes(all, kOurs,
-               [](std::size_t bits) { EN_GeneratePrimeRSA(zero(bits / 8).get(), static_cast<std::int32_t>(bits)); });
+    const auto generate = [](auto make) {
+        return [make](std::size_t bits) { make(zero(bits / 8).get(), static_cast<std::int32_t>(bits)); };
+    };
+    add_primes(all, kOurs, generate(EN_GeneratePrimeRSA));
+    add_primes(all, kOurs, generate(EN_GeneratePrimeStrongRSA), true);
 }
 
 }  // namespace morvane::bench

@@ -1,7 +1,7 @@
 # morvane_shared_library(NAME OBJECTS target EXPORTS list DESCRIPTION text)
 #
 # A shared library that exports exactly what the list says. From the list come the .def file and the import libraries on
-# Windows (libNAME.dll.a, and NAME.lib for Microsoft's linkers), the version script and the aliases on ELF.
+# Windows (libNAME.dll.a, NAME.lib for Microsoft's linkers, NAME.def for who makes another), the version script and the aliases on ELF.
 set(MORVANE_EXPORTS_SCRIPT ${PROJECT_SOURCE_DIR}/scripts/exports.py)
 
 # Writes what exports.py prints for `ARGN` to `output`.
@@ -21,10 +21,13 @@ function(morvane_shared_library NAME)
   if(WIN32)
     morvane_from_export_list(${made}.def def ${EXPORTS})
     morvane_from_export_list(${made}.imports import-def ${EXPORTS} ${NAME}.dll)
+    set(plain ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/${NAME}.def)
+    morvane_from_export_list(${plain} plain-def ${EXPORTS} ${NAME}.dll)
     set(LIBRARY_NAME ${NAME})
     set(LIBRARY_DESCRIPTION ${arg_DESCRIPTION})
     configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${made}.rc @ONLY)
-    add_library(${NAME} SHARED $<TARGET_OBJECTS:${arg_OBJECTS}> ${made}.def ${made}.imports ${made}.rc)
+    add_library(${NAME} SHARED $<TARGET_OBJECTS:${arg_OBJECTS}> ${made}.def ${made}.imports ${plain} ${made}.rc)
+    set_source_files_properties(${plain} PROPERTIES HEADER_FILE_ONLY ON)
     set_target_properties(${NAME} PROPERTIES PREFIX "")
     target_link_options(${NAME} PRIVATE -Wl,--disable-stdcall-fixup)
     target_link_libraries(${NAME} PRIVATE gdi32)
@@ -45,8 +48,10 @@ function(morvane_shared_library NAME)
     set_target_properties(${NAME} PROPERTIES
       VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINK_DEPENDS "${made}.map;${made}.aliases.ld")
   endif()
-  # One library finds another beside itself.
-  set_target_properties(${NAME} PROPERTIES LINKER_LANGUAGE CXX BUILD_RPATH_USE_ORIGIN ON INSTALL_RPATH $ORIGIN)
+  # One library finds another beside itself, in the build tree as where it is installed: a path that the installation has to
+  # exchange would be filled up with colons, and an empty entry is the current folder.
+  set_target_properties(${NAME} PROPERTIES LINKER_LANGUAGE CXX BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH $ORIGIN)
   target_link_libraries(${NAME} PRIVATE morvane_core_rules)
-  target_include_directories(${NAME} INTERFACE ${PROJECT_SOURCE_DIR}/include)
+  target_include_directories(${NAME} INTERFACE
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 endfunction()

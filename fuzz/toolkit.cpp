@@ -7,13 +7,29 @@
 #include "toolkit/fixture.h"
 
 #include <cctype>
+#include <cstdlib>
 
 using namespace morvane::test;
 
 namespace {
 
+constexpr int kNever = -1;
+
 class Calls : public Toolkit {
 public:
+    void SetUp() override {
+        const K_ALLOCATOR allocator = {
+            [](void* user, std::size_t bytes) { return static_cast<Calls*>(user)->allocate(bytes); },
+            [](void* user, void* block) { static_cast<Calls*>(user)->release(block); }, this};
+        context = K_NewContext(&allocator);
+        ASSERT_NE(context, nullptr);
+        ASSERT_EQ(K_KCCInit(context), 0);
+    }
+    void TearDown() override {
+        Toolkit::TearDown();
+        EXPECT_EQ(live, 0);
+    }
+
     void run(Random& random) {
         SetUp();
         expected_live_ = live;
@@ -32,6 +48,16 @@ public:
     void TestBody() override {}
 
 private:
+    void* allocate(std::size_t bytes) {
+        if (failing-- == 0) return nullptr;
+        ++live;
+        return std::malloc(bytes);
+    }
+    void release(void* block) {
+        if (block != nullptr) --live;
+        std::free(block);
+    }
+
     static const Vector& load_key() {
         static const Vector key = load_vectors("rsa_pss.txt").front();
         return key;
@@ -160,6 +186,8 @@ private:
 
     std::vector<Bytes> given_ = std::vector<Bytes>(3);
     std::vector<CSSM_DATA> made_;
+    int live = 0;
+    int failing = kNever;  // how many allocations go well before one does not
     int expected_live_ = 0;
 };
 

@@ -13,12 +13,12 @@ for place in "${places[@]}"; do
     say "reproducible: building in ${place##*/}"
     quietly "reproducible-${place##*/}" env -C "$place" bash -c '
         cmake --preset windows-x86 -DMORVANE_BUILD_TESTS=OFF -DMORVANE_BUILD_TOOLS=OFF &&
-        cmake --build --preset windows-x86 --target MorvaneCrypto'
+        cmake --build --preset windows-x86 --target MorvaneCrypto MorvaneCryptoStatic MorvaneCommonStatic'
 done
 
 differ=0
 cd "${places[0]}/build/windows-x86"
-for file in bin/*.dll lib/*.dll.a lib/*.lib; do
+for file in bin/*.dll lib/*.a lib/*.lib; do
     if ! cmp -s "$file" "${places[1]}/build/windows-x86/$file"; then
         say "not reproducible: $file"
         (cd "$work" && sha256sum ./*/build/windows-x86/"$file") >&2

@@ -3,6 +3,7 @@
 
 usage: exports.py def LIST             definitions for the Windows linker
        exports.py import-def LIST DLL  definitions for dlltool, which makes the import library
+       exports.py plain-def LIST DLL   definitions for other makers of import libraries: names alone
        exports.py version-script LIST NODE   ELF: the public names; everything else is local
        exports.py aliases LIST         ELF: the aliases, as an implicit linker script
        exports.py test LIST            C++: a table of every export, for the tests
@@ -81,6 +82,13 @@ def import_def(exports, dll):
         yield f"    {name}" if name == symbol else f"    {symbol} == {name}"
 
 
+def plain_def(exports, dll):
+    yield f"LIBRARY {dll}"
+    yield "EXPORTS"
+    for export in exports:
+        yield f"    {export.windows_name()}"
+
+
 def version_script(exports, node):
     yield f"{node} {{"
     yield "    global:"
@@ -133,8 +141,8 @@ def check(exports, library):
 
 
 def main(arguments):
-    makers = {"def": linker_def, "import-def": import_def, "version-script": version_script, "aliases": aliases,
-              "test": test_table}
+    makers = {"def": linker_def, "import-def": import_def, "plain-def": plain_def, "version-script": version_script,
+              "aliases": aliases, "test": test_table}
     if len(arguments) >= 2 and arguments[0] == "check":
         return check(read_list(arguments[1]), arguments[2])
     if len(arguments) < 2 or arguments[0] not in makers:

@@ -8,6 +8,9 @@ declare -A packages=(
     [build]="g++ cmake ninja-build python3 libcli11-dev util-linux"
     [test]="googletest pkg-config openssl libssl-dev libgcrypt20-dev libcrypto++-dev libgmp-dev g++-multilib libc6-dev-i386
         g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-i686-dev clang lld"
+    [package]="dpkg-dev file pkg-config"
+    [abi]="abigail-tools g++-multilib libc6-dev-i386"
+    [docs]="doxygen"
     [wine]="libc6-i386 debian-archive-keyring"
     [fuzz]="clang libclang-rt-dev"
     [secrets]="valgrind"

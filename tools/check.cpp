@@ -2,6 +2,7 @@
 
 #include "file_digest.h"
 #include "input.h"
+#include "json.h"
 #include "output.h"
 #include "sum_file.h"
 
@@ -17,7 +18,13 @@ struct Tally {
 
 class Checker {
 public:
-    Checker(const Algorithm& algorithm, bool quiet) : algorithm_(algorithm), digester_(algorithm), quiet_(quiet) {}
+    Checker(const Algorithm& algorithm, CheckOutput output) : algorithm_(algorithm), digester_(algorithm), output_(output) {
+        json_.open_object().member("algorithm", algorithm.name).key("files").open_array();
+    }
+    void finish() {
+        json_.close_array().member("good", result() == kSuccess).close_object();
+        if (output_.as_json) json_.print();
+    }
 
     void check(const std::string& sum_file);
     ExitCode result() const { return mismatch_ ? kMismatch : trouble_ ? kInputOutput : kSuccess; }
@@ -25,11 +32,13 @@ public:
 private:
     void check_lines(const std::string& sum_file, Tally& tally);
     void check_file(const SumLine& line, Tally& tally);
+    void tell(const SumLine& line, std::string_view result, std::string_view printed);
     void report(const std::string& sum_file, const Tally& tally);
 
     const Algorithm& algorithm_;
     FileDigester digester_;
-    bool quiet_;
+    CheckOutput output_;
+    Json json_;
     bool mismatch_ = false;
     bool trouble_ = false;
 };
@@ -65,20 +74,26 @@ void Checker::check_lines(const std::string& sum_file, Tally& tally) {
 }
 
 void Checker::check_file(const SumLine& line, Tally& tally) {
-    std::string name = escape_name(line.name);
-    if (name != line.name) name.insert(0, 1, '\\');
     try {
         if (digester_(line.name) != line.digest) {
             ++tally.mismatches;
-            print(name + ": FAILED\n");
-        } else if (!quiet_) {
-            print(name + ": OK\n");
+            tell(line, "mismatch", "FAILED");
+        } else if (!output_.quiet) {
+            tell(line, "good", "OK");
         }
     } catch (const InputError& error) {
         ++tally.unreadable;
         complain(error.what());
-        print(name + ": FAILED open or read\n");
+        tell(line, "unreadable", "FAILED open or read");
     }
+}
+
+void Checker::tell(const SumLine& line, std::string_view result, std::string_view printed) {
+    json_.open_object().file_member("file", line.name).member("result", result).close_object();
+    if (output_.as_json) return;
+    std::string name = escape_name(line.name);
+    if (name != line.name) name.insert(0, 1, '\\');
+    print(name.append(": ").append(printed).append("\n"));
 }
 
 void Checker::report(const std::string& sum_file, const Tally& tally) {
@@ -95,9 +110,10 @@ void Checker::report(const std::string& sum_file, const Tally& tally) {
 
 }  // namespace
 
-ExitCode check_sum_files(const Algorithm& algorithm, const Arguments& sum_files, bool quiet) {
-    Checker checker(algorithm, quiet);
+ExitCode check_sum_files(const Algorithm& algorithm, const Arguments& sum_files, CheckOutput output) {
+    Checker checker(algorithm, output);
     for (const std::string& sum_file : sum_files) checker.check(sum_file);
+    checker.finish();
     return checker.result();
 }
 

@@ -6,7 +6,12 @@
 
 namespace morvane::tool {
 
-// Reads each sum file and checks every file named in it. With `quiet` the good ones are not listed.
-ExitCode check_sum_files(const Algorithm& algorithm, const Arguments& sum_files, bool quiet);
+struct CheckOutput {
+    bool quiet;  // the good ones are not listed
+    bool as_json;
+};
+
+// Reads each sum file and checks every file named in it.
+ExitCode check_sum_files(const Algorithm& algorithm, const Arguments& sum_files, CheckOutput output);
 
 }  // namespace morvane::tool

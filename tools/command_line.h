@@ -1,16 +1,16 @@
 // What the verbs share in reading their options.
 #pragma once
 
-#include "algorithms.h"
+#include "usage.h"
 #include "verb.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <functional>
-#include <initializer_list>
 #include <optional>
-#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace morvane::tool {
 
@@ -26,41 +26,39 @@ public:
     // One file name, from the option's results() likewise.
     CLI::Option* add_file(const std::string& name, const std::string& description);
 
+    // The files that many verbs have under the same names; "-" and none at all stand for the standard streams.
+    CLI::Option* add_input(const std::string& description) { return add_file("INPUT", description); }
+    CLI::Option* add_output(const std::string& description) { return add_file("OUTPUT,--out", description); }
+    CLI::Option* add_key_file(const std::string& description);
+
+    // A list of names likewise.
+    CLI::Option* add_list(const std::string& name, const std::string& description);
+
+    // The flag that all verbs have whose answers a program may read.
+    void add_json(bool& as_json);
+
+    // The words that can be the value of an option or stand in the place of an operand, for completion in a shell.
+    void offer(const std::string& option, std::vector<std::string> words);
+
     // Reads the arguments. An exit code when there is nothing left to do: help was asked for, or the usage is wrong.
     std::optional<ExitCode> read(const Arguments& arguments);
 
 private:
+    void complete(const Arguments& typed) const;
+    void suggest(const CLI::Option& option) const;
+
     const Verb& verb_;
+    std::vector<std::pair<const CLI::Option*, std::vector<std::string>>> words_;
+    std::vector<const CLI::Option*> files_;
 };
 
-// The usage is wrong: a text for usage_error.
-struct UsageError : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-// What was wrong is the data or the key for it. Its text is a complete message.
-struct MismatchError : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
+// In front of the arguments of a verb it asks what may come next: the last one is being typed. The answer is a word on each
+// line, and kFilesFit where any file may stand.
+inline constexpr std::string_view kCompletionMark = "--complete-next";
+inline constexpr std::string_view kFilesFit = ":files";
 
 // Runs `work` and turns what it throws of the two above into a message and an exit code.
 ExitCode carry_out(const Verb& verb, const std::function<void()>& work);
-
-// At most one of these files can be standard input. Throws UsageError.
-void require_one_standard_input(std::initializer_list<std::string_view> names);
-
-// The row that the value of an option names. Throws UsageError when there is none.
-template <typename Row, std::size_t Rows>
-const Row& find_row(const Row (&rows)[Rows], const std::string& option, std::string_view name) {
-    const auto* const found = std::ranges::find_if(rows, [name](const Row& row) { return same_name(row.name, name); });
-    if (found != std::end(rows)) return *found;
-    std::string names;
-    for (const Row& row : rows) {
-        names += ' ';
-        names += row.name;
-    }
-    throw UsageError(option + " is one of" + names);
-}
 
 // Says on one line what is wrong and where the usage is explained; `verb` may be empty.
 ExitCode usage_error(std::string_view verb, std::string_view what);

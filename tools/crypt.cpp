@@ -35,16 +35,21 @@ std::string key_lengths(const std::vector<const Cipher*>& rows) {
     return text;
 }
 
-// "des-ecb des-cbc des-cfb des-ofb", or "rc4"
-std::string full_names(const Cipher& cipher) {
-    std::string text;
+// "des-ecb", "des-cbc", "des-cfb", "des-ofb", or "rc4"
+std::vector<std::string> full_names(const Cipher& cipher) {
+    std::vector<std::string> names;
     for (std::size_t i = 0; i < kModes; ++i) {
         const auto mode = static_cast<Mode>(i);
         if (cipher.in(mode).encrypt == nullptr) continue;
-        if (!text.empty()) text += ' ';
-        text += cipher.name;
-        if (mode != Mode::kStream) text += "-" + std::string(name_of(mode));
+        names.emplace_back(cipher.name);
+        if (mode != Mode::kStream) names.back().append("-").append(name_of(mode));
     }
+    return names;
+}
+
+std::string joined(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words) text.append(text.empty() ? "" : " ").append(word);
     return text;
 }
 
@@ -65,9 +70,9 @@ std::vector<std::uint8_t> read_hex(const std::string& option, const std::string&
 
 std::vector<std::uint8_t> read_key(const Options& options) {
     if (options.key.has_value() == options.key_file.has_value()) {
-        throw UsageError("either --key or --key-file is needed");
+        throw UsageError("either --key-hex or --key-file is needed");
     }
-    if (options.key) return read_hex("--key", *options.key);
+    if (options.key) return read_hex("--key-hex", *options.key);
     if (*options.key_file == kStandardInput && options.input == kStandardInput) {
         throw UsageError("standard input cannot be both the key and the input");
     }
@@ -130,7 +135,7 @@ CipherJob make_job(const Options& options, bool encrypt) {
     // The first row of a name has all its modes.
     const std::optional<Mode> mode =
         find_mode(*rows.front(), dash == std::string_view::npos ? "" : algorithm.substr(dash + 1));
-    if (!mode) throw UsageError("'" + options.algorithm + "' is none of " + full_names(*rows.front()));
+    if (!mode) throw UsageError("'" + options.algorithm + "' is none of " + joined(full_names(*rows.front())));
 
     Secret key(read_key(options));
     const std::size_t key_bytes = (*key).size();
@@ -138,7 +143,7 @@ CipherJob make_job(const Options& options, bool encrypt) {
         if (!row->takes_key_of(key_bytes)) continue;
         if (row->in(*mode).encrypt == nullptr) {
             throw UsageError(options.algorithm + " takes no key of " + std::to_string(key_bytes) + " bytes, only " +
-                             full_names(*row) + " does");
+                             joined(full_names(*row)) + " does");
         }
         return {.cipher = row,
                 .mode = *mode,
@@ -159,12 +164,17 @@ ExitCode run(const Verb& verb, const Arguments& arguments, bool encrypt) {
     line.add_option("CIPHER", options.algorithm, "A cipher of 'morvane list' and its mode: des3-cbc, seed-ofb, rc4")
         ->required()
         ->type_name("");
-    const CLI::Option* const input = line.add_file("INPUT", "What to read; standard input for - and when it is missing");
-    const CLI::Option* const output =
-        line.add_file("OUTPUT", "What to write; standard output for - and when it is missing");
-    line.add_option("--key", options.key, "The key; other users of the machine may see it here")->type_name("HEX");
+    std::vector<std::string> names;
+    for (const Cipher& cipher : all_ciphers()) {
+        for (std::string& name : full_names(cipher)) names.push_back(std::move(name));
+    }
+    line.offer("CIPHER", std::move(names));
+    const CLI::Option* const input = line.add_input("What to read; standard input for - and when it is missing");
+    const CLI::Option* const output = line.add_output("What to write; standard output for - and when it is missing");
     const CLI::Option* const key_file =
-        line.add_file("--key-file", "Read the key, raw bytes without a line end, from FILE")->type_name("FILE");
+        line.add_file("--key-file", "Read the key, raw bytes without a line end, from FILE");
+    line.add_option("--key-hex,--key", options.key, "The key; other users of the machine may see it here")
+        ->type_name("HEX");
     line.add_option("--iv", options.iv, "The iv: a block, for all modes but ecb")->type_name("HEX");
     line.add_flag("--no-padding", options.no_padding, "ecb and cbc: the length is a multiple of the block, and stays");
     line.add_option("--feedback-bits", options.feedback_bits, "cfb and ofb: a multiple of 8; default is the whole block")
@@ -182,6 +192,11 @@ ExitCode run(const Verb& verb, const Arguments& arguments, bool encrypt) {
         "so it may have got some when the data turns out to be damaged. No mode notices every change. Public keys\n"
         "encipher with 'morvane rsa' and 'morvane ec'.\n"
         "\n"
+        "Examples:\n" +
+        std::string(encrypt
+                        ? "  morvane encrypt des3-cbc --key-file cipher.key --iv 0011223344556677 letter.txt letter.des3"
+                        : "  morvane decrypt des3-cbc --key-file cipher.key --iv 0011223344556677 letter.des3 letter.2") +
+        "\n\n"
         "Exit codes: 0 good, 1 wrong key or damaged data, 2 wrong usage, 3 a file cannot be read or written.");
     if (const auto code = line.read(arguments)) return *code;
     if (!input->empty()) options.input = input->results().front();

@@ -1,8 +1,9 @@
 #include "curve_key.h"
 
 #include "algorithms.h"
-#include "command_line.h"
 #include "input.h"
+#include "json.h"
+#include "usage.h"
 
 #include <morvane/bignum.h>
 
@@ -24,6 +25,7 @@ constexpr std::array<std::uint8_t, 3> kVersion1 = {der::kInteger, 1, 1};
 constexpr std::array<std::uint8_t, 1> kNoUnusedBits = {0};
 constexpr std::uint32_t kOrderWords = E_EC_WORDS;
 constexpr int kUncompressed = 1, kValid = 1;
+constexpr std::size_t kBlockHead = 2;  // in front of the scalar of a private key, as the toolkit makes them
 constexpr std::uint8_t kUncompressedOctet = 4;
 
 // From the parameters of an algorithm, whole.
@@ -37,12 +39,12 @@ const Curve& find_curve(Bytes parameters) {
     return *found;
 }
 
-}  // namespace
-
+// As the library's functions take octets, whether to read or to fill them.
 TORVA_V1_OPAQUE8 opaque(Bytes bytes) {
-    static std::uint8_t nothing = 0;  // the library takes no null pointer
-    return {static_cast<std::int32_t>(bytes.size()), bytes.empty() ? &nothing : const_cast<std::uint8_t*>(bytes.data())};
+    return {static_cast<std::int32_t>(bytes.size()), const_cast<std::uint8_t*>(bytes.data())};
 }
+
+}  // namespace
 
 void CurveKey::set_curve(const Curve& curve) {
     curve_ = &curve;
@@ -125,13 +127,11 @@ bool CurveKey::read(const KeyFile& file) {
 
 void CurveKey::generate(const Curve& curve) {
     set_curve(curve);
-    Secret d(std::vector<std::uint8_t>(E_EC_PRIVATE_KEY_OCTETS));
-    point_.resize(E_EC_POINT_OCTETS);
-    TORVA_V1_OPAQUE8 d_octets = opaque(*d), point_octets = opaque(point_);
-    if (kind_.generate(curve.id, &params_, &d_octets, &point_octets) != 0) throw std::bad_alloc();
-    (*d).resize(static_cast<std::size_t>(d_octets.count));
-    set_private(*d);
+    const auto [point, block] = toolkit::make_pair(kind_.generate, curve.id);
+    set_private(Bytes(*block).subspan(kBlockHead));
 }
+
+void CurveKey::tell(Json& json) const { json.member("curve", curve_->name); }
 
 EncodedKey CurveKey::encode(KeyPart wanted) const {
     const Secret oid = der::element(der::kOid, {curve_->oid});

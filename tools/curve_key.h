@@ -2,6 +2,7 @@
 #pragma once
 
 #include "key.h"
+#include "toolkit.h"
 
 #include <morvane/ecc_schemes.h>
 
@@ -13,9 +14,6 @@ struct Curve {
     Bytes oid;
 };
 
-// As the library's functions take octets, whether to read or to fill them.
-TORVA_V1_OPAQUE8 opaque(Bytes bytes);
-
 class CurveKey : public Key {
 public:
     CurveKey(const CurveKey&) = delete;
@@ -23,6 +21,7 @@ public:
 
     KeyPart part() const override { return part_; }
     EncodedKey encode(KeyPart wanted) const override;
+    void tell(Json& json) const override;
 
     const Curve& curve() const { return *curve_; }
 
@@ -31,20 +30,18 @@ public:
     void generate(const Curve& curve);
 
 protected:
-    using Generate = std::int32_t (*)(std::int32_t, const E_EC_PARAMS*, TORVA_V1_OPAQUE8*, TORVA_V1_OPAQUE8*);
-
     struct Kind {
         std::string_view name, hash;
         Bytes oid;
         bool bare_private_keys;  // those of SEC 1 without a wrapping are this kind's
         bool inverse;            // the point is (1/d) G, otherwise d G
-        Generate generate;
+        decltype(&K_GenerateECCKeyPair) generate;
     };
     explicit CurveKey(const Kind& kind) : kind_(kind) {}
 
     const E_EC_PARAMS* params() const { return &params_; }
-    TORVA_V1_OPAQUE8 private_key() const { return opaque(*d_); }
-    TORVA_V1_OPAQUE8 public_key() const { return opaque(point_); }
+    toolkit::In private_key() const { return toolkit::In(*d_); }
+    toolkit::In public_key() const { return toolkit::In(point_); }
 
     // The whole input. Throws UsageError for options that no curve has.
     std::vector<std::uint8_t> data_to_sign(const SignatureOptions& options, const std::string& input) const;

@@ -56,20 +56,22 @@ ExitCode run_derive(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
     Options options;
     const CLI::Option* const output =
-        line.add_file("OUTPUT", "Where the secret goes; standard output for - and when it is missing");
-    const CLI::Option* const key =
-        line.add_file("--key", "Read the own private key from FILE")->required()->type_name("FILE");
-    const CLI::Option* const peer =
-        line.add_file("--peer", "Read the other side's public key from FILE")->required()->type_name("FILE");
+        line.add_output("Where the secret goes; standard output for - and when it is missing");
+    const CLI::Option* const key = line.add_key_file("Read the own private key from FILE");
+    const CLI::Option* const peer = line.add_file("--peer", "Read the other side's public key from FILE")->required();
     line.add_flag("--pad", options.pad, "dh: keep leading zeros, so that the secret is as long as the modulus");
     line.add_option("--format", options.format, "raw or hex; default is raw")->type_name("NAME");
     line.add_flag("--force", options.force, "Replace OUTPUT if it exists");
     line.add_flag("--quiet", options.quiet, "Do not show on a terminal how long the check of the modulus has taken");
+    line.offer("--format", names_of(kFormats));
     line.footer(
         "Both keys are dh, with the same parameters: a safe prime, which is tested, and a generator. A peer's value must\n"
         "be from 2 to p - 2. Without --pad the secret has no leading zeros: one in 256 is shorter than the modulus.\n"
         "Others keep them or not: both sides must do the same. Or both keys are ec, on the same curve: the secret is\n"
         "the whole x-coordinate, 20 or 21 bytes. Hash the secret before it is used as a key.\n"
+        "\n"
+        "Examples:\n"
+        "  morvane derive --key ec.pem --peer peer.pem --format hex secret.txt\n"
         "\n"
         "Exit codes: 0 good, 1 the peer's key does not go with the own one, 2 wrong usage, 3 a file cannot be read or\n"
         "written or is no such key.");

@@ -1,6 +1,7 @@
 #include "dh_key.h"
 
-#include "command_line.h"
+#include "json.h"
+#include "usage.h"
 
 #include <morvane/bignum.h>
 #include <morvane/dh.h>
@@ -31,6 +32,9 @@ public:
 
     KeyPart part() const override { return part_; }
     EncodedKey encode(KeyPart wanted) const override;
+    void tell(Json& json) const override {
+        json.member("bits", EN_GetFilledBitNum(&get()->p)).member("generator", get()->g_words[0]);
+    }
     Secret agree(const Key& peer, bool padded) const override;
 
     bool read(const KeyFile& file);

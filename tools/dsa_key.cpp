@@ -1,7 +1,7 @@
 #include "dsa_key.h"
 
-#include "command_line.h"
 #include "subgroup_key.h"
+#include "usage.h"
 
 #include <morvane/bignum.h>
 #include <morvane/kcdsa.h>
@@ -12,6 +12,7 @@ namespace morvane::tool {
 namespace {
 
 constexpr std::int64_t kLeastBits = 64, kLeastDifference = 8;
+constexpr std::size_t kSignatureOverhead = 36;  // of DER
 
 constexpr std::array<std::uint8_t, 7> kOid = {0x2a, 0x86, 0x48, 0xce, 0x38, 0x04, 0x01};  // 1.2.840.10040.4.1
 
@@ -32,7 +33,13 @@ public:
 
     std::vector<std::uint8_t> sign(const SignatureOptions& options, const std::string& input) const override {
         const Digest digest = digest_to_sign(options, input);
-        std::vector<std::uint8_t> signature = sign_digest(E_DSA_Sign, digest);
+        std::vector<std::uint8_t> signature(2 * ((std::size_t{EN_GetFilledBitNum(&get()->q)} + 7) / 8) +
+                                            kSignatureOverhead);
+        std::int32_t size = 0;
+        if (E_DSA_Sign(digest.data(), length(digest), signature.data(), &size, get()) != 1) {
+            throw KeyError("the library makes no signature with it");
+        }
+        signature.resize(static_cast<std::size_t>(size));
         if (!is_good(digest, signature)) throw KeyError("the numbers of the key do not belong together");
         return signature;
     }
@@ -76,7 +83,7 @@ std::function<std::unique_ptr<Key>()> prepare_dsa_key(const KeyOptions& options,
     return [size, domain, no_key = options.parameters_only]() -> std::unique_ptr<Key> {
         auto key = std::make_unique<DsaKey>();
         if (domain == nullptr) {
-            E_DSA_GenerateKey(key->get(), size.p_bits, size.q_bits);
+            key->generate(K_PAIR_DSA, E_DSA_GenerateKey, size);
             key->generated(KeyPart::kPrivate);
             return key;
         }

@@ -29,9 +29,9 @@ void encrypt(const Options& options) {
     const std::unique_ptr<Key> key = read(options, KeyPart::kPublic);
     const Secret plain(read_whole(options.input, kMostPlainBytes));
     if ((*plain).empty()) throw InputError(display_name(options.input) + ": is empty, and there is nothing to encipher");
-    const std::optional<std::vector<std::uint8_t>> cipher = static_cast<const EcKey&>(*key).encrypt(*plain);
+    const std::optional<Secret> cipher = static_cast<const EcKey&>(*key).encrypt(*plain);
     if (!cipher) throw InputError(display_name(options.key) + ": the library does not encipher with it");
-    write(options, *cipher);
+    write(options, **cipher);
 }
 
 void decrypt(const Options& options) {
@@ -55,15 +55,19 @@ ExitCode run_ec(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
     Options options;
     line.add_option("OPERATION", options.operation, "encrypt or decrypt")->required()->type_name("");
-    const CLI::Option* const input = line.add_file("INPUT", "What to read; standard input for - and when it is missing");
-    const CLI::Option* const output =
-        line.add_file("OUTPUT", "What to write; standard output for - and when it is missing");
-    const CLI::Option* const key = line.add_file("--key", "Read the key from FILE")->required()->type_name("FILE");
+    line.offer("OPERATION", names_of(kOperations));
+    const CLI::Option* const input = line.add_input("What to read; standard input for - and when it is missing");
+    const CLI::Option* const output = line.add_output("What to write; standard output for - and when it is missing");
+    const CLI::Option* const key = line.add_key_file("Read the key from FILE");
     line.add_flag("--force", options.force, "Replace OUTPUT if it exists; it may be INPUT");
     line.footer(
         "The key is one that 'morvane genkey ec' makes, or OpenSSL on the same curves, and not enciphered. A private\n"
         "key serves where a public one is needed. The scheme is that of ANSI X9.63 with SHA-1: 61 or 63 bytes are added,\n"
         "and a change of any is noticed. An input has from 1 byte to 64 MiB. EC-KCDSA keys only sign.\n"
+        "\n"
+        "Examples:\n"
+        "  morvane ec encrypt --key ec-public.pem letter.txt letter.ec\n"
+        "  morvane ec decrypt --key ec.pem letter.ec letter.3\n"
         "\n"
         "Exit codes: 0 good, 1 wrong key or damaged data, 2 wrong usage, 3 a file cannot be read or written or is no\n"
         "such key.");

@@ -1,11 +1,13 @@
 #include "ec_key.h"
 
-#include "command_line.h"
+#include "usage.h"
 
 #include <array>
 
 namespace morvane::tool {
 namespace {
+
+using toolkit::In;
 
 constexpr std::array<std::uint8_t, 7> kOid = {0x2a, 0x86, 0x48, 0xce, 0x3d, 0x02, 0x01};  // 1.2.840.10045.2.1
 
@@ -16,24 +18,18 @@ constinit const CurveKey::Kind EcKey::kKind{.name = "EC",
                                             .oid = kOid,
                                             .bare_private_keys = true,
                                             .inverse = false,
-                                            .generate = TORVA_V1_ECC_KeyPairGeneration_X962};
+                                            .generate = K_GenerateECCKeyPair};
 
 std::vector<std::uint8_t> EcKey::sign(const SignatureOptions& options, const std::string& input) const {
-    const std::vector<std::uint8_t> data = data_to_sign(options, input);
-    const TORVA_V1_OPAQUE8 message = opaque(data), d = private_key();
-    std::vector<std::uint8_t> signature(E_ECDSA_SIGNATURE_OCTETS);
-    TORVA_V1_OPAQUE8 out = opaque(signature);
-    if (E_ECDSA_Sign(curve().id, params(), &message, &out, &d) != 0) {
-        throw KeyError("the library makes no signature with it");
-    }
-    signature.resize(static_cast<std::size_t>(out.count));
-    return signature;
+    const std::vector<std::uint8_t> message = data_to_sign(options, input);
+    std::optional<Secret> signature = toolkit::make(KERR_SIGN, K_ECDSASign, curve().id, private_key(), In(message));
+    if (!signature) throw KeyError("the library makes no signature with it");
+    return std::move(**signature);
 }
 
 bool EcKey::verify(const SignatureOptions& options, const std::string& input, Bytes signature) const {
-    const std::vector<std::uint8_t> data = data_to_sign(options, input);
-    const TORVA_V1_OPAQUE8 message = opaque(data), block = opaque(signature), point = public_key();
-    return E_ECDSA_Verify(curve().id, params(), &message, &block, &point) == 1;
+    const std::vector<std::uint8_t> message = data_to_sign(options, input);
+    return toolkit::check(KERR_VERIFY, K_ECDSAVerify, curve().id, public_key(), In(message), In(signature));
 }
 
 // Leading zeros of the x-coordinate always stay, as others have it.
@@ -41,31 +37,17 @@ Secret EcKey::agree(const Key& peer, bool /*padded*/) const {
     const auto* const other = dynamic_cast<const EcKey*>(&peer);
     if (other == nullptr) throw MismatchError("is a key of another kind");
     if (&other->curve() != &curve()) throw MismatchError("is on another curve than the own key");
-    const TORVA_V1_OPAQUE8 d = private_key(), point = other->public_key();
-    Secret secret(std::vector<std::uint8_t>(E_EC_SHARED_OCTETS));
-    TORVA_V1_OPAQUE8 out = opaque(*secret);
-    if (E_ECC_ECDH_Primitive(curve().id, params(), &d, &point, &out) != 0) {
-        throw KeyError("the library agrees on no secret with it");
-    }
-    (*secret).resize(static_cast<std::size_t>(out.count));
-    return secret;
+    std::optional<Secret> secret = toolkit::make(KERR_AGREE, K_ECDH, curve().id, private_key(), other->public_key());
+    if (!secret) throw KeyError("the library agrees on no secret with it");
+    return std::move(*secret);
 }
 
-std::optional<std::vector<std::uint8_t>> EcKey::encrypt(Bytes message) const {
-    const TORVA_V1_OPAQUE8 in = opaque(message), point = public_key();
-    std::vector<std::uint8_t> ciphertext(message.size() + overhead());
-    TORVA_V1_OPAQUE8 out = opaque(ciphertext);
-    if (E_ECC_Encryption(curve().id, params(), &in, &out, &point) != 0) return std::nullopt;
-    return ciphertext;
+std::optional<Secret> EcKey::encrypt(Bytes message) const {
+    return toolkit::make(KERR_ENCRYPT, K_ECC_Encryption, curve().id, public_key(), In(message));
 }
 
 std::optional<Secret> EcKey::decrypt(Bytes ciphertext) const {
-    if (ciphertext.size() <= overhead()) return std::nullopt;
-    const TORVA_V1_OPAQUE8 in = opaque(ciphertext), d = private_key();
-    Secret message(std::vector<std::uint8_t>(ciphertext.size() - overhead()));
-    TORVA_V1_OPAQUE8 out = opaque(*message);
-    if (E_ECC_Decryption(curve().id, params(), &in, &out, &d) != 0) return std::nullopt;
-    return message;
+    return toolkit::make(KERR_DECRYPT, K_ECC_Decryption, curve().id, private_key(), In(ciphertext));
 }
 
 std::unique_ptr<Key> read_ec_key(const KeyFile& file) { return read_curve_key<EcKey>(file); }

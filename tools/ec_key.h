@@ -17,7 +17,7 @@ public:
     std::size_t overhead() const { return static_cast<std::size_t>(params()->overhead); }
     // Nothing when the library does not do it: the message is empty; the ciphertext was not made for this key, or is
     // damaged.
-    std::optional<std::vector<std::uint8_t>> encrypt(Bytes message) const;
+    std::optional<Secret> encrypt(Bytes message) const;
     std::optional<Secret> decrypt(Bytes ciphertext) const;
 
 private:

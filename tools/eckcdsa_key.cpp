@@ -7,6 +7,8 @@
 namespace morvane::tool {
 namespace {
 
+using toolkit::In;
+
 constexpr std::array<std::uint8_t, 8> kOid = {0x2a, 0x83, 0x1a, 0x8c, 0x9a, 0x44, 0x01, 0x64};  // 1.2.410.200004.1.100
 
 class EckcdsaKey final : public CurveKey {
@@ -14,21 +16,16 @@ public:
     EckcdsaKey() : CurveKey(kKind) {}
 
     std::vector<std::uint8_t> sign(const SignatureOptions& options, const std::string& input) const override {
-        const std::vector<std::uint8_t> data = data_to_sign(options, input);
-        const TORVA_V1_OPAQUE8 message = opaque(data), d = private_key(), point = public_key();
-        std::vector<std::uint8_t> signature(E_ECKCDSA_SIGNATURE_OCTETS);
-        TORVA_V1_OPAQUE8 out = opaque(signature);
-        if (E_ECKCDSA_Sign(curve().id, params(), &message, &out, &d, &point) != 0) {
-            throw KeyError("the library makes no signature with it");
-        }
-        signature.resize(static_cast<std::size_t>(out.count));
-        return signature;
+        const std::vector<std::uint8_t> message = data_to_sign(options, input);
+        std::optional<Secret> signature =
+            toolkit::make(KERR_SIGN, K_ECKCDSASign, curve().id, private_key(), public_key(), In(message));
+        if (!signature) throw KeyError("the library makes no signature with it");
+        return std::move(**signature);
     }
 
     bool verify(const SignatureOptions& options, const std::string& input, Bytes signature) const override {
-        const std::vector<std::uint8_t> data = data_to_sign(options, input);
-        const TORVA_V1_OPAQUE8 message = opaque(data), block = opaque(signature), point = public_key();
-        return E_ECKCDSA_Verify(curve().id, params(), &message, &block, &point) == 1;
+        const std::vector<std::uint8_t> message = data_to_sign(options, input);
+        return toolkit::check(KERR_VERIFY, K_ECKCDSAVerify, curve().id, public_key(), In(message), In(signature));
     }
 
 private:
@@ -37,7 +34,7 @@ private:
                                 .oid = kOid,
                                 .bare_private_keys = false,
                                 .inverse = true,
-                                .generate = TORVA_V1_ECC_KeyPairGeneration_ECKCDSA};
+                                .generate = K_GenerateECKCDSAKeyPair};
 };
 
 }  // namespace

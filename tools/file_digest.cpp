@@ -2,12 +2,12 @@
 
 #include "input.h"
 #include "progress.h"
+#include "toolkit.h"
 
 #include <morvane/csp.h>
 #include <morvane/hash.h>
 
 #include <memory>
-#include <new>
 #include <optional>
 #include <stdexcept>
 
@@ -137,32 +137,16 @@ std::unique_ptr<Operation> begin(const Algorithm& algorithm) {
 
 }  // namespace
 
-void FileDigester::EndContext::operator()(K_CONTEXT* context) const {
-    K_KCCTerm(context);
-    K_EndContext(context);
-}
-
-FileDigester::FileDigester(const Algorithm& algorithm)
-    : algorithm_(algorithm), context_(K_NewContext(nullptr)), buffer_(kBufferBytes) {
-    if (K_KCCInit(context_.get()) != 0) throw std::bad_alloc();
-}
-
-// The first `size` bytes of the buffer.
-Digest FileDigester::at_once(std::size_t size) const {
-    const CSSM_DATA input = {static_cast<std::uint32_t>(size), const_cast<std::uint8_t*>(buffer_.data())};
-    CSSM_DATA output = {0, nullptr};
-    const std::int32_t code = K_GenHash(context_.get(), *selector_of(algorithm_), &input, &output);
-    if (code != 0)
-        throw std::runtime_error(std::string(algorithm_.name) + ": the library failed with code " + std::to_string(code));
-    Digest digest(output.Data, output.Data + output.Length);
-    K_free(context_.get(), output.Data);
-    return digest;
-}
+FileDigester::FileDigester(const Algorithm& algorithm) : algorithm_(algorithm), buffer_(kBufferBytes) {}
 
 Digest FileDigester::operator()(const std::string& name) {
     Input input(name);
     std::size_t size = input.read(buffer_);
-    if (size < buffer_.size() && selector_of(algorithm_)) return at_once(size);
+    const std::optional<std::uint32_t> selector = selector_of(algorithm_);
+    if (size < buffer_.size() && selector) {
+        return *toolkit::make(toolkit::kNoRefusal, K_GenHash, *selector, toolkit::In(std::span(buffer_).first(size)))
+                    .value();
+    }
     const std::unique_ptr<Operation> operation = begin(algorithm_);
     Progress progress(input.size());
     for (; size != 0; size = input.read(buffer_)) {

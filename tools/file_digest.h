@@ -5,9 +5,6 @@
 #include "algorithms.h"
 #include "sum_file.h"
 
-#include <morvane/toolkit.h>
-
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -22,13 +19,7 @@ public:
     Digest operator()(const std::string& name);
 
 private:
-    struct EndContext {
-        void operator()(K_CONTEXT* context) const;
-    };
-    Digest at_once(std::size_t size) const;
-
     const Algorithm& algorithm_;
-    std::unique_ptr<K_CONTEXT, EndContext> context_;
     std::vector<std::uint8_t> buffer_;
 };
 

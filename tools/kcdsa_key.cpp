@@ -1,9 +1,11 @@
 #include "kcdsa_key.h"
 
-#include "command_line.h"
 #include "hex.h"
 #include "input.h"
+#include "json.h"
 #include "subgroup_key.h"
+#include "toolkit.h"
+#include "usage.h"
 
 #include <morvane/bignum.h>
 #include <morvane/kcdsa.h>
@@ -12,6 +14,8 @@
 
 namespace morvane::tool {
 namespace {
+
+using toolkit::In;
 
 constexpr std::array<std::uint8_t, 8> kOid = {0x2a, 0x83, 0x1a, 0x8c, 0x9a, 0x44, 0x01, 0x01};  // 1.2.410.200004.1.1
 
@@ -29,18 +33,30 @@ public:
 
     std::vector<std::uint8_t> sign(const SignatureOptions& options, const std::string& input) const override {
         const Signed data = data_to_sign(options, input);
-        std::vector<std::uint8_t> signature =
-            data.hash == nullptr ? sign_digest(E_KCDSA_Sign, data.bytes) : sign_message(data);
-        if (!is_good(data, signature)) throw KeyError("the numbers of the key do not belong together");
-        return signature;
+        const Secret key = der(KeyPart::kPrivate);
+        std::optional<Secret> signature =
+            data.hash == nullptr ? toolkit::make(KERR_SIGN, K_KCDSASignHash, In(*key), In(data.bytes))
+                                 : toolkit::make(KERR_SIGN, K_KCDSASign, data.hash->id, In(*key), In(data.bytes));
+        if (!signature) throw KeyError("the library makes no signature with it");
+        if (!is_good(data, **signature)) throw KeyError("the numbers of the key do not belong together");
+        return std::move(**signature);
     }
 
     bool verify(const SignatureOptions& options, const std::string& input, Bytes signature) const override {
         return is_good(data_to_sign(options, input), signature);
     }
 
-    std::string remark() const override { return remark_; }
-    void set_remark(std::string remark) { remark_ = std::move(remark); }
+    std::string remark() const override {
+        return seed_.empty() ? "" : "seed: " + seed_ + "\ncount: " + std::to_string(count_) + "\n";
+    }
+    void tell(Json& json) const override {
+        SubgroupKey::tell(json);
+        if (!seed_.empty()) json.member("seed", seed_).member("count", count_);
+    }
+    void set_seed(std::string seed, std::uint32_t count) {
+        seed_ = std::move(seed);
+        count_ = count;
+    }
 
 private:
     static constexpr Kind kKind{"KCDSA", kOid, "PRIVATE KEY", "KCDSA PARAMETERS", false};
@@ -66,24 +82,15 @@ private:
         return {&row, read_whole(input)};
     }
 
-    std::vector<std::uint8_t> sign_message(const Signed& data) const {
-        std::vector<std::uint8_t> signature(signature_room());
-        std::int32_t size = 0;
-        if (E_KCDSA_Sign_New(data.hash->id, data.bytes.data(), length(data.bytes), signature.data(), &size, get()) != 1) {
-            throw KeyError("the library makes no signature with it");
-        }
-        signature.resize(static_cast<std::size_t>(size));
-        return signature;
-    }
-
     bool is_good(const Signed& data, Bytes signature) const {
-        const std::uint8_t* const bytes = data.bytes.data();
-        const std::int32_t count = length(data.bytes), size = length(signature);
-        return (data.hash == nullptr ? E_KCDSA_Verify(bytes, count, signature.data(), size, get())
-                                     : E_KCDSA_Verify_New(data.hash->id, bytes, count, signature.data(), size, get())) == 1;
+        const Secret key = der(KeyPart::kPublic);
+        return data.hash == nullptr
+                   ? toolkit::check(KERR_VERIFY, K_KCDSAVerifyHash, In(*key), In(data.bytes), In(signature))
+                   : toolkit::check(KERR_VERIFY, K_KCDSAVerify, data.hash->id, In(*key), In(data.bytes), In(signature));
     }
 
-    std::string remark_;
+    std::string seed_;  // in hexadecimal digits; empty where nobody drew the domain from one
+    std::uint32_t count_ = 0;
 };
 
 // ---- Generation ----
@@ -92,7 +99,7 @@ void generate_seeded(KcdsaKey& key, DomainSize size) {
     std::array<std::uint8_t, 20> seed{};
     std::uint32_t count = 0;
     E_KCDSA_GenerateX9Key(key.get(), size.p_bits, size.q_bits, seed.data(), &count);
-    key.set_remark("seed: " + to_hex(seed) + "\ncount: " + std::to_string(count) + "\n");
+    key.set_seed(to_hex(seed), count);
 }
 
 struct DomainKind {
@@ -104,7 +111,7 @@ struct DomainKind {
 constexpr std::string_view kBuiltIn = "builtin";
 
 constexpr DomainKind kDomainKinds[] = {
-    {"plain", 64, 8, [](KcdsaKey& key, DomainSize size) { E_KCDSA_GenerateKey(key.get(), size.p_bits, size.q_bits); }},
+    {"plain", 64, 8, [](KcdsaKey& key, DomainSize size) { key.generate(K_PAIR_KCDSA, E_KCDSA_GenerateKey, size); }},
     {"seeded", 1024, 32, generate_seeded},
     {kBuiltIn, 64, 8, [](KcdsaKey& key, DomainSize size) { E_KCDSA_GenerateKey_fixParam(key.get(), 0, size.q_bits); }},
 };
@@ -127,7 +134,7 @@ std::function<std::unique_ptr<Key>()> prepare_kcdsa_key(const KeyOptions& option
         } else {
             key->take_domain(*domain);
             key->require_domain();
-            if (!no_key) E_KCDSA_GenerateXY(key->get(), 0, static_cast<std::int32_t>(EN_GetFilledBitNum(&key->get()->q)));
+            if (!no_key) key->take_pair(K_GenerateKCDSAKeyPair_Params, In(*key->der(KeyPart::kParameters)));
         }
         key->generated(no_key ? KeyPart::kParameters : KeyPart::kPrivate);
         return key;

@@ -1,6 +1,5 @@
 #include "key.h"
 
-#include "command_line.h"
 #include "dh_key.h"
 #include "dsa_key.h"
 #include "ec_key.h"
@@ -8,6 +7,7 @@
 #include "input.h"
 #include "kcdsa_key.h"
 #include "rsa_key.h"
+#include "usage.h"
 
 namespace morvane::tool {
 namespace {

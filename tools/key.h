@@ -14,6 +14,8 @@
 
 namespace morvane::tool {
 
+class Json;
+
 // What a key holds. A private one serves where a public one is wanted, and each where parameters are.
 enum class KeyPart { kParameters, kPublic, kPrivate };
 
@@ -58,6 +60,8 @@ public:
     virtual EncodedKey encode(KeyPart wanted) const = 0;
     // Lines that tell how a new key came about.
     virtual std::string remark() const { return {}; }
+    // Members of an object: sizes, the curve, and what the remark says.
+    virtual void tell(Json& json) const = 0;
 
     // Of the file of this name, or standard input for "-". They throw UsageError for options of other kinds, KeyError,
     // which is also what kinds without signatures do, and InputError.

@@ -1,5 +1,6 @@
 // morvane prime: searches for a prime, or tells whether a number is one.
 #include "command_line.h"
+#include "json.h"
 #include "number.h"
 #include "output.h"
 #include "waiting.h"
@@ -19,7 +20,7 @@ struct Options {
     std::string kind = "rsa";
     std::optional<std::string> tested, step, remainder;
     std::string format = "hex";
-    bool quiet = false;
+    bool quiet = false, as_json = false;
 };
 
 struct Kind {
@@ -56,7 +57,17 @@ ExitCode test(const Options& options) {
         prime = EN_IsPrime(n.get()) != 0;
         safe = prime && EN_IsStrongPrime(n.get()) != 0;
     }
-    print(safe ? "safe prime\n" : prime ? "prime\n" : "not prime\n");
+    if (options.as_json) {
+        Json()
+            .open_object()
+            .member("number", to_hexadecimal(n))
+            .member("prime", prime)
+            .member("safe", safe)
+            .close_object()
+            .print();
+    } else {
+        print(safe ? "safe prime\n" : prime ? "prime\n" : "not prime\n");
+    }
     return prime ? kSuccess : kMismatch;
 }
 
@@ -83,7 +94,11 @@ ExitCode generate(const Options& options) {
                 : kind.generate_stepped(p.get(), *options.bits, step.get(), options.remainder ? remainder.get() : nullptr);
         if (found == 0) throw std::bad_alloc();
     }
-    print(format.write(p) + "\n");
+    if (options.as_json) {
+        Json().open_object().member("prime", format.write(p)).member("bits", p.bits()).close_object().print();
+    } else {
+        print(format.write(p) + "\n");
+    }
     return kSuccess;
 }
 
@@ -100,10 +115,17 @@ ExitCode run_prime(const Verb& verb, const Arguments& arguments) {
     line.add_option("--format", options.format, "hex or dec; default is hex")->type_name("NAME");
     line.add_option("--test", options.tested, "Tell whether NUMBER is prime")->type_name("NUMBER");
     line.add_flag("--quiet", options.quiet, "Do not show on a terminal how long a search has taken");
+    line.add_json(options.as_json);
+    line.offer("--kind", names_of(kKinds));
+    line.offer("--format", names_of(kFormats));
     line.footer(
         "Strong kinds make safe primes p = 2 q + 1, with q prime. x9 draws its numbers from the generator named\n"
         "after X9.31. The two highest bits are set, for dh the highest. Where a remainder allows no prime, the\n"
         "nearest that does is taken. Numbers are given in decimal digits, or in hexadecimal ones after 0x.\n"
+        "\n"
+        "Examples:\n"
+        "  morvane prime 512 --format dec\n"
+        "  morvane prime --test 0x17\n"
         "\n"
         "Exit codes: 0 good, or the tested number is prime; 1 it is not; 2 wrong usage, 3 no memory or standard\n"
         "output cannot be written.");

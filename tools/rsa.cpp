@@ -16,7 +16,7 @@ struct Options {
     std::string key, input = kStandardInput, output = kStandardOutput;
     std::optional<std::string> label, signature;
     SignatureOptions choice;
-    bool force = false;
+    bool force = false, as_json = false;
 };
 
 const KeyKind& rsa() { return find_key_kind("", "rsa"); }
@@ -69,7 +69,7 @@ void encrypt(const Options& options) {
         if ((*plain).size() > *most) {
             refuse_input(options.input, "is too long: key and scheme have room for " + std::to_string(*most) + " bytes");
         }
-        write(options, rsa_encrypt(job, *plain));
+        write(options, *rsa_encrypt(job, *plain));
     });
 }
 
@@ -93,7 +93,7 @@ void verify(const Options& options) {
     if (options.label) throw UsageError("--label is for oaep and oaep-sha1-old");
     if (!options.signature) throw UsageError("verify takes a --signature");
     if (options.output != kStandardOutput) throw UsageError("verify writes no OUTPUT");
-    verify_file({options.key, options.input, *options.signature, false}, options.choice, &rsa());
+    verify_file({options.key, options.input, *options.signature, false, options.as_json}, options.choice, &rsa());
 }
 
 struct Operation {
@@ -109,12 +109,11 @@ ExitCode run_rsa(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
     Options options;
     line.add_option("OPERATION", options.operation, "encrypt, decrypt, sign or verify")->required()->type_name("");
-    const CLI::Option* const input = line.add_file("INPUT", "What to read; standard input for - and when it is missing");
-    const CLI::Option* const output =
-        line.add_file("OUTPUT", "What to write; standard output for - and when it is missing");
-    const CLI::Option* const key = line.add_file("--key", "Read the key from FILE")->required()->type_name("FILE");
-    const CLI::Option* const signature =
-        line.add_file("--signature", "verify: read the signature from FILE")->type_name("FILE");
+    line.offer("OPERATION", names_of(kOperations));
+    const CLI::Option* const input = line.add_input("What to read; standard input for - and when it is missing");
+    const CLI::Option* const output = line.add_output("What to write; standard output for - and when it is missing");
+    const CLI::Option* const key = line.add_key_file("Read the key from FILE");
+    const CLI::Option* const signature = line.add_file("--signature", "verify: read the signature from FILE");
     line.add_option("--scheme", options.choice.scheme,
                     "pkcs1, oaep or oaep-sha1-old, default is oaep; to sign pkcs1 or pss, default is pss")
         ->type_name("NAME");
@@ -126,11 +125,19 @@ ExitCode run_rsa(const Verb& verb, const Arguments& arguments) {
     line.add_option("--salt", options.choice.salt, "pss: bytes of salt, exactly so many to verify; default is the hash's")
         ->type_name("N");
     line.add_flag("--force", options.force, "Replace OUTPUT if it exists; it may be INPUT");
+    line.add_json(options.as_json);
+    line.offer("--scheme", {"pkcs1", "oaep", "oaep-sha1-old", "pss"});
+    line.offer("--hash", names_of(kRsaHashes));
+    line.offer("--mgf-hash", names_of(kRsaHashes));
     line.footer(
         "The key is in PEM or DER, as PKCS #1, PKCS #8 or, a public one, X.509 has it, and not enciphered. A\n"
         "private key serves where a public one is needed. Only short inputs can be enciphered. pkcs1 signs a\n"
         "DigestInfo, as other programs do; md5 in oaep and pss has this library's own form. md5, sha1\n"
         "and has160 are for existing formats.\n"
+        "\n"
+        "Examples:\n"
+        "  morvane rsa encrypt --key public.pem cipher.key cipher.key.rsa\n"
+        "  morvane rsa decrypt --key private.pem cipher.key.rsa cipher.key.2\n"
         "\n"
         "Exit codes: 0 good, 1 wrong key, damaged data or bad signature, 2 wrong usage, 3 a file cannot be read\n"
         "or written or is no such key.");
@@ -140,7 +147,10 @@ ExitCode run_rsa(const Verb& verb, const Arguments& arguments) {
     if (!output->empty()) options.output = output->results().front();
     if (!signature->empty()) options.signature = signature->results().front();
 
-    return carry_out(verb, [&] { find_row(kOperations, "OPERATION", options.operation).run(options); });
+    return carry_out(verb, [&] {
+        if (options.as_json && !same_name(options.operation, "verify")) throw UsageError("--json is for verify");
+        find_row(kOperations, "OPERATION", options.operation).run(options);
+    });
 }
 
 }  // namespace morvane::tool

@@ -1,9 +1,11 @@
 #include "rsa_key.h"
 
-#include "command_line.h"
 #include "file_digest.h"
 #include "input.h"
+#include "json.h"
 #include "rsa_schemes.h"
+#include "toolkit.h"
+#include "usage.h"
 
 #include <morvane/asn1.h>
 #include <morvane/bignum.h>
@@ -38,10 +40,14 @@ bool is_odd(const ENUM& x) { return x.length > 0 && x.words[0] % 2 != 0; }
 
 using Generate = void(E_RSA_KEY* key, std::int32_t bits, std::uint32_t e);
 
-template <auto Generate>
 void generate_plain(E_RSA_KEY* key, std::int32_t bits, std::uint32_t e) {
-    Generate(key, bits, e);
+    if (e != kDefaultExponent) return E_RSA_GenerateKey(key, bits, e);
+    const auto [open, secret] = toolkit::make_pair(K_GenerateRSAKey, static_cast<std::uint32_t>(bits));
+    const std::uint8_t* position = (*secret).data();
+    E_ASN1_GetRSAPrivateKey(key, &position, static_cast<std::uint32_t>((*secret).size()));
 }
+
+void generate_strong(E_RSA_KEY* key, std::int32_t bits, std::uint32_t e) { E_RSA_GenerateStrongKey(key, bits, e); }
 
 template <auto Generate>
 void generate_x9(E_RSA_KEY* key, std::int32_t bits, std::uint32_t e) {
@@ -57,8 +63,8 @@ struct PrimeKind {
 };
 
 constexpr PrimeKind kPrimeKinds[] = {
-    {"plain", 32, generate_plain<E_RSA_GenerateKey>},
-    {"strong", 32, generate_plain<E_RSA_GenerateStrongKey>},
+    {"plain", 32, generate_plain},
+    {"strong", 32, generate_strong},
     {"x9", 200, generate_x9<E_RSA_GenerateX9Key>},
     {"strong-x9", 200, generate_x9<E_RSA_GenerateStrongX9Key>},
 };
@@ -99,12 +105,17 @@ RsaKey::RsaKey(KeyPart part) : record_(new E_RSA_KEY{}), part_(part) { E_RSA_Ini
 
 std::size_t RsaKey::bits() const { return EN_GetFilledBitNum(&record_->n); }
 
-EncodedKey RsaKey::encode(KeyPart wanted) const {
-    const bool all = wanted == KeyPart::kPrivate;
-    const auto put = all ? E_ASN1_PutRSAPrivateKey : E_ASN1_PutRSAPublicKey;
+Secret RsaKey::der(KeyPart wanted) const {
+    const auto put = wanted == KeyPart::kPrivate ? E_ASN1_PutRSAPrivateKey : E_ASN1_PutRSAPublicKey;
     Secret der(std::vector<std::uint8_t>(static_cast<std::size_t>(put(get(), nullptr))));
     put(get(), (*der).data());
-    return {all ? "RSA PRIVATE KEY" : "RSA PUBLIC KEY", std::move(der)};
+    return der;
+}
+
+void RsaKey::tell(Json& json) const { json.member("bits", bits()).member("exponent", record_->e_words[0]); }
+
+EncodedKey RsaKey::encode(KeyPart wanted) const {
+    return {wanted == KeyPart::kPrivate ? "RSA PRIVATE KEY" : "RSA PUBLIC KEY", der(wanted)};
 }
 
 std::vector<std::uint8_t> RsaKey::sign(const SignatureOptions& options, const std::string& input) const {
@@ -113,9 +124,9 @@ std::vector<std::uint8_t> RsaKey::sign(const SignatureOptions& options, const st
         // The library makes signatures then that others, or even itself, may refuse.
         throw KeyError("pss signs only under a modulus of a multiple of 8 bits");
     }
-    std::optional<std::vector<std::uint8_t>> signature = rsa_sign(job, data_to_sign(job, input));
+    std::optional<Secret> signature = rsa_sign(job, data_to_sign(job, input));
     if (!signature) throw KeyError("the key is too short for this scheme, hash and salt");
-    return std::move(*signature);
+    return std::move(**signature);
 }
 
 bool RsaKey::verify(const SignatureOptions& options, const std::string& input, Bytes signature) const {

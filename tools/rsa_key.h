@@ -13,10 +13,12 @@ public:
 
     KeyPart part() const override { return part_; }
     EncodedKey encode(KeyPart wanted) const override;  // in the forms of PKCS #1
+    void tell(Json& json) const override;
     std::vector<std::uint8_t> sign(const SignatureOptions& options, const std::string& input) const override;
     bool verify(const SignatureOptions& options, const std::string& input, Bytes signature) const override;
 
     E_RSA_KEY* get() const { return record_.get(); }
+    Secret der(KeyPart wanted) const;  // the public or the private key, as the toolkit takes it
     std::size_t bits() const;
     std::size_t bytes() const { return (bits() + 7) / 8; }  // of the modulus, and of what a key makes
 

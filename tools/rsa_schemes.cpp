@@ -1,6 +1,7 @@
 #include "rsa_schemes.h"
 
 #include "output.h"
+#include "toolkit.h"
 
 #include <algorithm>
 #include <iterator>
@@ -9,7 +10,7 @@
 namespace morvane::tool {
 namespace {
 
-using Bytes = std::span<const std::uint8_t>;
+using toolkit::In;
 
 constexpr std::size_t kPkcs1Overhead = 11;
 constexpr std::size_t kOldOaepOverhead = 42;  // of the encoder: up to k - 22 the library enciphers zeros instead
@@ -37,11 +38,26 @@ std::vector<std::uint8_t> digest_info(const RsaHash& hash, Bytes digest) {
 
 // Whether the two halves of the key undo each other. The library looks at this too, but only where it has remainders.
 bool works(const RsaJob& job) {
-    constexpr std::uint8_t kNothing = 0;
-    std::vector<std::uint8_t> block(job.key.bytes());
-    return E_RSA_Private_Encrypt(block.data(), &kNothing, 0, job.key.get()) == length(block) &&
-           E_RSA_Public_Decrypt(block.data(), block.data(), length(block), job.key.get()) == 0;
+    const Secret own = job.key.der(KeyPart::kPrivate), open = job.key.der(KeyPart::kPublic);
+    const std::optional<Secret> block = toolkit::make(KERR_RSA_PRIVATE_ENCRYPT, K_RSAPrivateEncrypt, In(*own), In(Bytes()));
+    if (!block) return false;
+    const std::optional<Secret> nothing =
+        toolkit::make(KERR_RSA_PUBLIC_DECRYPT, K_RSAPublicDecrypt, In(*open), In(**block));
+    return nothing && (**nothing).empty();
 }
+
+// A result of the primitives: as many bytes as `transform` says that it wrote, or nothing for a negative number.
+template <typename Transform>
+std::optional<Secret> by_primitive(const RsaJob& job, Transform transform) {
+    Secret out(std::vector<std::uint8_t>(job.key.bytes()));
+    const std::int32_t size = transform((*out).data(), job.key.get());
+    if (size < 0) return std::nullopt;
+    (*out).resize(static_cast<std::size_t>(size));
+    return out;
+}
+
+// What the toolkit's OAEP takes.
+bool is_all_sha1(const RsaJob& job) { return job.hash->id == kSha1 && job.mask_hash->id == kSha1; }
 
 }  // namespace
 
@@ -53,83 +69,102 @@ std::optional<std::size_t> most_plain_bytes(const RsaJob& job) {
     return job.key.bytes() - overhead;
 }
 
-std::vector<std::uint8_t> rsa_encrypt(const RsaJob& job, Bytes plain) {
+Secret rsa_encrypt(const RsaJob& job, Bytes plain) {
     const LibraryQuiet quiet;
-    std::vector<std::uint8_t> cipher(job.key.bytes());
-    const E_RSA_KEY* const key = job.key.get();
-    const auto encrypt = [&] {
-        switch (job.padding) {
-            case Padding::kPkcs1:
-                return E_RSA_Public_Encrypt(cipher.data(), plain.data(), length(plain), key);
-            case Padding::kOldOaep:
-                return E_RSA_Public_Encrypt_OAEP(cipher.data(), plain.data(), length(plain), job.label.data(),
-                                                 length(job.label), key);
-            default:
-                return E_RSAES_OAEP_Encrypt(job.hash->id, job.mask_hash->id, cipher.data(), plain.data(), length(plain),
-                                            job.label.data(), length(job.label), key);
+    const Secret key = job.key.der(KeyPart::kPublic);
+    const auto encrypt = [&]() -> std::optional<Secret> {
+        if (job.padding == Padding::kPkcs1) {
+            return toolkit::make(KERR_RSA_PUBLIC_ENCRYPT, K_RSAPublicEncrypt, In(*key), In(plain));
         }
+        if (job.padding == Padding::kOldOaep) {
+            return by_primitive(job, [&](std::uint8_t* out, const E_RSA_KEY* rsa) {
+                return E_RSA_Public_Encrypt_OAEP(out, plain.data(), length(plain), job.label.data(), length(job.label),
+                                                 rsa);
+            });
+        }
+        if (is_all_sha1(job)) {
+            return toolkit::make(KERR_RSA_PUBLIC_ENCRYPT, K_RSAPublicEncryptOAEP, In(*key), In(job.label), In(plain));
+        }
+        return by_primitive(job, [&](std::uint8_t* out, const E_RSA_KEY* rsa) {
+            return E_RSAES_OAEP_Encrypt(job.hash->id, job.mask_hash->id, out, plain.data(), length(plain), job.label.data(),
+                                        length(job.label), rsa);
+        });
     };
-    if (encrypt() != length(cipher)) throw std::runtime_error("the library does not encipher with this key");
-    return cipher;
+    std::optional<Secret> cipher = encrypt();
+    if (!cipher || (**cipher).size() != job.key.bytes()) {
+        throw std::runtime_error("the library does not encipher with this key");
+    }
+    return std::move(*cipher);
 }
 
 std::optional<Secret> rsa_decrypt(const RsaJob& job, Bytes cipher) {
     if (cipher.size() != job.key.bytes()) return std::nullopt;
     const LibraryQuiet quiet;
-    Secret plain(std::vector<std::uint8_t>(job.key.bytes()));
-    std::uint8_t* const out = (*plain).data();
-    const E_RSA_KEY* const key = job.key.get();
-    const auto decrypt = [&] {
-        switch (job.padding) {
-            case Padding::kPkcs1:
-                return E_RSA_Private_Decrypt(out, cipher.data(), length(cipher), key);
-            case Padding::kOldOaep:
-                return E_RSA_Private_Decrypt_OAEP(out, cipher.data(), length(cipher), job.label.data(), length(job.label),
-                                                  key);
-            default:
-                return E_RSAES_OAEP_Decrypt(job.hash->id, job.mask_hash->id, out, cipher.data(), length(cipher),
-                                            job.label.data(), length(job.label), key);
+    const auto decrypt = [&]() -> std::optional<Secret> {
+        if (job.padding == Padding::kOaep && is_all_sha1(job)) {
+            const Secret key = job.key.der(KeyPart::kPrivate);
+            return toolkit::make(KERR_RSA_PRIVATE_DECRYPT, K_RSAPrivateDecryptOAEP, In(*key), In(job.label), In(cipher));
         }
+        return by_primitive(job, [&](std::uint8_t* out, const E_RSA_KEY* rsa) {
+            switch (job.padding) {
+                case Padding::kPkcs1:
+                    return E_RSA_Private_Decrypt(out, cipher.data(), length(cipher), rsa);
+                case Padding::kOldOaep:
+                    return E_RSA_Private_Decrypt_OAEP(out, cipher.data(), length(cipher), job.label.data(),
+                                                      length(job.label), rsa);
+                default:
+                    return E_RSAES_OAEP_Decrypt(job.hash->id, job.mask_hash->id, out, cipher.data(), length(cipher),
+                                                job.label.data(), length(job.label), rsa);
+            }
+        });
     };
-    const std::int32_t size = decrypt();
-    // 0 is the length of an empty message as well as the answer to a key that is damaged.
-    if (size <= 0 && !works(job)) refuse_key();
-    if (size < 0) return std::nullopt;
-    (*plain).resize(static_cast<std::size_t>(size));
+    std::optional<Secret> plain = decrypt();
+    // No bytes are an empty message as well as the answer to a key that is damaged.
+    if ((!plain || (**plain).empty()) && !works(job)) refuse_key();
     return plain;
 }
 
-std::optional<std::vector<std::uint8_t>> rsa_sign(const RsaJob& job, Bytes data) {
+std::optional<Secret> rsa_sign(const RsaJob& job, Bytes data) {
+    const bool is_pss = job.padding == Padding::kPss;
+    const std::vector<std::uint8_t> info = is_pss ? std::vector<std::uint8_t>() : digest_info(*job.hash, data);
+    const std::size_t needed =
+        is_pss ? job.hash->field_bytes + static_cast<std::size_t>(job.salt_bytes) + 2 : info.size() + kPkcs1Overhead;
+    if (needed > job.key.bytes()) return std::nullopt;
     const LibraryQuiet quiet;
-    std::vector<std::uint8_t> signature(job.key.bytes());
-    std::int32_t size = 0;
-    if (job.padding == Padding::kPkcs1) {
-        const std::vector<std::uint8_t> info = digest_info(*job.hash, data);
-        if (info.size() + kPkcs1Overhead > job.key.bytes()) return std::nullopt;
-        E_RSA_Sign(info.data(), length(info), signature.data(), &size, job.key.get());
-    } else {
-        const std::size_t needed = job.hash->field_bytes + static_cast<std::size_t>(job.salt_bytes) + 2;
-        if (needed > job.key.bytes()) return std::nullopt;
-        E_RSASSA_PSS_Sign(job.hash->id, job.mask_hash->id, signature.data(), &size, data.data(), length(data),
-                          job.salt_bytes, job.key.get());
-    }
-    if (size != length(signature) || !rsa_verify(job, data, signature)) refuse_key();
+    const Secret key = job.key.der(KeyPart::kPrivate);
+    const auto sign = [&] {
+        if (!is_pss) return toolkit::make(KERR_RSA_PRIVATE_ENCRYPT, K_RSAPrivateEncrypt, In(*key), In(info));
+        if (job.hash == job.mask_hash) {
+            return toolkit::make(KERR_SIGN, K_RSASignPSS, job.hash->id, job.salt_bytes, In(*key), In(data));
+        }
+        return by_primitive(job, [&](std::uint8_t* out, const E_RSA_KEY* rsa) {
+            std::int32_t size = 0;
+            E_RSASSA_PSS_Sign(job.hash->id, job.mask_hash->id, out, &size, data.data(), length(data), job.salt_bytes, rsa);
+            return size;
+        });
+    };
+    std::optional<Secret> signature = sign();
+    if (!signature || (**signature).size() != job.key.bytes() || !rsa_verify(job, data, **signature)) refuse_key();
     return signature;
 }
 
 bool rsa_verify(const RsaJob& job, Bytes data, Bytes signature) {
     if (signature.size() != job.key.bytes()) return false;
     const LibraryQuiet quiet;
+    const Secret key = job.key.der(KeyPart::kPublic);
     if (job.padding == Padding::kPss) {
+        if (job.hash == job.mask_hash) {
+            return toolkit::check(KERR_VERIFY, K_RSAVerifyPSS, job.hash->id, job.salt_bytes, In(*key), In(data),
+                                  In(signature));
+        }
         return E_RSASSA_PSS_Verify(job.hash->id, job.mask_hash->id, data.data(), length(data), signature.data(),
                                    length(signature), job.salt_bytes, job.key.get()) == 1;
     }
-    // The library's own comparison would pass over what follows the DigestInfo, where a forger of signatures under small
-    // exponents puts what he needs.
+    // All of it is compared: behind the DigestInfo a forger of signatures under small exponents puts what he needs.
     const std::vector<std::uint8_t> info = digest_info(*job.hash, data);
-    std::vector<std::uint8_t> opened(job.key.bytes());
-    const std::int32_t size = E_RSA_Public_Decrypt(opened.data(), signature.data(), length(signature), job.key.get());
-    return size == length(info) && std::equal(info.begin(), info.end(), opened.begin());
+    const std::optional<Secret> opened =
+        toolkit::make(KERR_RSA_PUBLIC_DECRYPT, K_RSAPublicDecrypt, In(*key), In(signature));
+    return opened && **opened == info;
 }
 
 }  // namespace morvane::tool

@@ -1,4 +1,4 @@
-// The RSA schemes the command knows by name, over the library's functions.
+// The RSA schemes the command knows by name, over the toolkit and, as toolkit.h says, the primitives.
 #pragma once
 
 #include "rsa_key.h"
@@ -25,8 +25,10 @@ inline constexpr std::uint8_t kOidSha256[] = {0x60, 0x86, 0x48, 0x01, 0x65, 0x03
 inline constexpr std::uint8_t kOidSha384[] = {0x60, 0x86, 0x48, 0x01, 0x65, 0x03, 0x04, 0x02, 0x02};
 inline constexpr std::uint8_t kOidSha512[] = {0x60, 0x86, 0x48, 0x01, 0x65, 0x03, 0x04, 0x02, 0x03};
 
+inline constexpr std::int32_t kSha1 = 0;
+
 inline constexpr RsaHash kRsaHashes[] = {
-    {"md5", 1, 20, kOidMd5},       {"sha1", 0, 20, kOidSha1},     {"has160", 5, 20, kOidHas160},
+    {"md5", 1, 20, kOidMd5},       {"sha1", kSha1, 20, kOidSha1}, {"has160", 5, 20, kOidHas160},
     {"sha256", 6, 32, kOidSha256}, {"sha384", 7, 48, kOidSha384}, {"sha512", 8, 64, kOidSha512},
 };
 
@@ -61,14 +63,14 @@ struct RsaJob {
 std::optional<std::size_t> most_plain_bytes(const RsaJob& job);
 
 // The plaintext has no more than most_plain_bytes.
-std::vector<std::uint8_t> rsa_encrypt(const RsaJob& job, std::span<const std::uint8_t> plain);
+Secret rsa_encrypt(const RsaJob& job, std::span<const std::uint8_t> plain);
 
 // Nothing when it is no ciphertext of that key and scheme. Throws std::runtime_error when the key itself is damaged.
 std::optional<Secret> rsa_decrypt(const RsaJob& job, std::span<const std::uint8_t> cipher);
 
 // The data is what is signed, but for kPkcs1 its digest. Nothing when the key is too short for the hash and the salt.
 // Throws std::runtime_error when the key itself is damaged.
-std::optional<std::vector<std::uint8_t>> rsa_sign(const RsaJob& job, std::span<const std::uint8_t> data);
+std::optional<Secret> rsa_sign(const RsaJob& job, std::span<const std::uint8_t> data);
 bool rsa_verify(const RsaJob& job, std::span<const std::uint8_t> data, std::span<const std::uint8_t> signature);
 
 }  // namespace morvane::tool

@@ -3,7 +3,9 @@
 
 #include "command_line.h"
 #include "input.h"
+#include "json.h"
 #include "output.h"
+#include "rsa_schemes.h"
 #include "target.h"
 
 namespace morvane::tool {
@@ -20,7 +22,7 @@ struct Options {
     SignatureOptions choice;
     std::optional<std::string> kind;
 
-    const KeyKind* wanted() const { return kind ? &find_key_kind("--kind", *kind) : nullptr; }
+    const KeyKind* wanted() const { return kind ? &find_key_kind("--algorithm", *kind) : nullptr; }
 };
 
 void add_options(CommandLine& line, Options& options) {
@@ -32,8 +34,13 @@ void add_options(CommandLine& line, Options& options) {
         ->type_name("NAME");
     line.add_option("--salt", options.choice.salt, "RSA, pss: bytes of salt; default is the hash's")->type_name("N");
     line.add_flag("--old", options.choice.old, "KCDSA: the older generation, which signs a hash value");
-    line.add_option("--kind", options.kind, "What the key is, where its file does not tell: rsa, dsa, kcdsa, ec")
+    line.add_option("--algorithm,--kind", options.kind,
+                    "What the key is, where its file does not tell: rsa, dsa, kcdsa, ec")
         ->type_name("NAME");
+    line.offer("--hash", names_of(all_algorithms()));
+    line.offer("--mgf-hash", names_of(kRsaHashes));
+    line.offer("--scheme", {"pkcs1", "pss"});
+    line.offer("--algorithm", names_of(all_key_kinds()));
 }
 
 constexpr char kAboutKeys[] =
@@ -67,20 +74,27 @@ void verify_file(const SignatureFiles& files, const SignatureOptions& options, c
     } catch (const KeyError& error) {
         throw about_key(files.key, error);
     }
-    print(good ? "good signature\n" : "bad signature\n");
+    if (files.as_json) {
+        Json().open_object().file_member("file", files.input).member("good", good).close_object().print();
+    } else {
+        print(good ? "good signature\n" : "bad signature\n");
+    }
     if (!good) throw MismatchError(display_name(files.input) + ": does not go with the signature and the key");
 }
 
 ExitCode run_sign(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
     Options options;
-    const CLI::Option* const input = line.add_file("INPUT", "What to sign; standard input for - and when it is missing");
+    const CLI::Option* const input = line.add_input("What to sign; standard input for - and when it is missing");
     const CLI::Option* const output =
-        line.add_file("OUTPUT", "Where the signature goes; standard output for - and when it is missing");
-    const CLI::Option* const key = line.add_file("--key", "Read the private key from FILE")->required()->type_name("FILE");
+        line.add_output("Where the signature goes; standard output for - and when it is missing");
+    const CLI::Option* const key = line.add_key_file("Read the private key from FILE");
     add_options(line, options);
     line.add_flag("--force", options.files.force, "Replace OUTPUT if it exists");
     line.footer(std::string(kAboutKeys) +
+                "Examples:\n"
+                "  morvane sign --key private.pem letter.txt letter.sig\n"
+                "\n"
                 "Exit codes: 0 good, 2 wrong usage, 3 a file cannot be read or written or is no such key.");
     if (const auto code = line.read(arguments)) return *code;
     options.files.key = key->results().front();
@@ -92,13 +106,15 @@ ExitCode run_sign(const Verb& verb, const Arguments& arguments) {
 ExitCode run_verify(const Verb& verb, const Arguments& arguments) {
     CommandLine line(verb);
     Options options;
-    const CLI::Option* const input = line.add_file("INPUT", "What was signed; standard input for - and when it is missing");
-    const CLI::Option* const key =
-        line.add_file("--key", "Read the public or the private key from FILE")->required()->type_name("FILE");
-    const CLI::Option* const signature =
-        line.add_file("--signature", "Read the signature from FILE")->required()->type_name("FILE");
+    const CLI::Option* const input = line.add_input("What was signed; standard input for - and when it is missing");
+    const CLI::Option* const key = line.add_key_file("Read the public or the private key from FILE");
+    const CLI::Option* const signature = line.add_file("--signature", "Read the signature from FILE")->required();
     add_options(line, options);
+    line.add_json(options.files.as_json);
     line.footer(std::string(kAboutKeys) +
+                "Examples:\n"
+                "  morvane verify --key public.pem --signature letter.sig letter.txt\n"
+                "\n"
                 "Exit codes: 0 good, 1 bad signature, 2 wrong usage, 3 a file cannot be read or is no such key.");
     if (const auto code = line.read(arguments)) return *code;
     options.files.key = key->results().front();

@@ -7,7 +7,8 @@ namespace morvane::tool {
 
 struct SignatureFiles {
     std::string key, input, signature;
-    bool force = false;  // replaces a signature that is there
+    bool force = false;    // replaces a signature that is there
+    bool as_json = false;  // of verifying
 };
 
 // Of the one kind of keys, or of any. They throw UsageError, InputError and OutputError.

@@ -1,6 +1,10 @@
 #include "sources.h"
 
+#include "toolkit.h"
+
 #include <morvane/random.h>
+
+#include <algorithm>
 
 namespace morvane::tool {
 namespace {
@@ -11,11 +15,23 @@ void fill_from(std::uint8_t* bytes, std::uint32_t count) {
     Draw(bytes, static_cast<std::int32_t>(count));
 }
 
+// What the toolkit draws, by its selector.
+template <std::uint32_t Selector>
+void fill_by_toolkit(std::uint8_t* bytes, std::uint32_t count) {
+    const auto draw = [count](K_CONTEXT* context, CSSM_DATA* out) {
+        out->Length = count;
+        return K_GenRandom(context, Selector, count, &out->Data);
+    };
+    std::ranges::copy(*toolkit::make(toolkit::kNoRefusal, draw).value(), bytes);
+}
+
+constexpr std::uint32_t kDes = 0, kMd5Chain = 1;
+
 constexpr RandomSource kSources[] = {
     {"pool", fill_from<RAND_Bytes>, "for keys, too; seeded by the system"},
     {"key-pool", fill_from<E_GenerateRandom_RSA>, "for keys, too; seeded by the system"},
-    {"md5-chain", E_GenerateRandom_MD5, "not for secrets"},
-    {"des", E_GenerateRandom_DES, "not for secrets"},
+    {"md5-chain", fill_by_toolkit<kMd5Chain>, "not for secrets"},
+    {"des", fill_by_toolkit<kDes>, "not for secrets"},
 };
 
 }  // namespace

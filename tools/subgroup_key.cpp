@@ -1,6 +1,7 @@
 #include "subgroup_key.h"
 
-#include "command_line.h"
+#include "json.h"
+#include "usage.h"
 
 #include <morvane/asn1.h>
 #include <morvane/bignum.h>
@@ -13,7 +14,7 @@ namespace {
 
 constexpr std::int64_t kDefaultBits = 1024, kMostBits = std::int64_t{32} * E_DSA_WORDS;
 constexpr std::int64_t kDefaultSubgroupBits = 160, kLeastSubgroupBits = 16;
-constexpr std::size_t kSignatureOverhead = 36;  // of DER, and of an r that has 20 bytes whatever q has
+constexpr std::int32_t kLongBits = 2048, kShortOrderBits = 160, kLongOrderBits = 256;  // of p and q by the toolkit
 
 using Reader = void (*)(E_DSA_KEY* key, const std::uint8_t** input, std::uint32_t length);
 using Writer = std::int32_t (*)(const E_DSA_KEY* key, std::uint8_t* out);
@@ -43,14 +44,35 @@ void SubgroupKey::Wipe::operator()(E_DSA_KEY* key) const {
 
 SubgroupKey::SubgroupKey(const Kind& kind) : kind_(kind), record_(new E_DSA_KEY{}) { E_DSA_Init(get()); }
 
+Secret SubgroupKey::der(KeyPart wanted) const {
+    constexpr Writer kWriters[] = {E_ASN1_PutDSAParams, E_ASN1_PutDSAPublicKey, E_ASN1_PutDSAPrivateKey};
+    return write_with(kWriters[static_cast<std::size_t>(wanted)], get());
+}
+
+void SubgroupKey::take_private(Bytes der) {
+    if (!read_with(E_ASN1_GetDSAPrivateKey, get(), der)) throw std::bad_alloc();
+}
+
+void SubgroupKey::generate(std::uint32_t selector, void (*primitive)(E_DSA_KEY*, std::int32_t, std::int32_t),
+                           DomainSize size) {
+    if (size.q_bits != (size.p_bits < kLongBits ? kShortOrderBits : kLongOrderBits)) {
+        return primitive(get(), size.p_bits, size.q_bits);
+    }
+    take_pair(K_GenAssymetricKey, selector, static_cast<std::uint32_t>(size.p_bits));
+}
+
+void SubgroupKey::tell(Json& json) const {
+    json.member("bits", EN_GetFilledBitNum(&record_->p)).member("subgroup_bits", EN_GetFilledBitNum(&record_->q));
+}
+
 EncodedKey SubgroupKey::encode(KeyPart wanted) const {
-    Secret parameters = write_with(E_ASN1_PutDSAParams, get());
+    Secret parameters = der(KeyPart::kParameters);
     if (wanted == KeyPart::kParameters) return {kind_.parameters_label, std::move(parameters)};
     if (wanted == KeyPart::kPublic) {
-        return {"PUBLIC KEY", wrap_public(kind_.oid, *parameters, *der::integer(get()->y))};
+        return {"PUBLIC KEY", wrap_public(kind_.oid, *parameters, *tool::der::integer(get()->y))};
     }
-    if (kind_.bare_private_keys) return {kind_.private_label, write_with(E_ASN1_PutDSAPrivateKey, get())};
-    return {kind_.private_label, wrap_private(kind_.oid, *parameters, *der::integer(get()->x))};
+    if (kind_.bare_private_keys) return {kind_.private_label, der(KeyPart::kPrivate)};
+    return {kind_.private_label, wrap_private(kind_.oid, *parameters, *tool::der::integer(get()->x))};
 }
 
 // The readers of KCDSA's bare x and y are those of any INTEGER.
@@ -118,20 +140,6 @@ void SubgroupKey::require_domain() const {
 }
 
 void SubgroupKey::set_y(const ENUM& exponent) { EN_Mod_Exp(&get()->y, &get()->g, &exponent, &get()->p); }
-
-std::size_t SubgroupKey::signature_room() const {
-    return 2 * ((std::size_t{EN_GetFilledBitNum(&get()->q)} + 7) / 8) + kSignatureOverhead;
-}
-
-std::vector<std::uint8_t> SubgroupKey::sign_digest(SignDigest signer, const Digest& digest) const {
-    std::vector<std::uint8_t> signature(signature_room());
-    std::int32_t size = 0;
-    if (signer(digest.data(), length(digest), signature.data(), &size, get()) != 1) {
-        throw KeyError("the library makes no signature with it");
-    }
-    signature.resize(static_cast<std::size_t>(size));
-    return signature;
-}
 
 Digest SubgroupKey::digest_of(const std::string& hash, const std::string& input) const {
     const Algorithm* const algorithm = find_algorithm(morvane::tool::Kind::kDigest, hash);

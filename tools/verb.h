@@ -11,7 +11,7 @@ namespace morvane::tool {
 using Arguments = std::vector<std::string>;
 
 // The greatest trouble decides, but a mismatch outranks a file that could not be read: it is what was asked for.
-enum ExitCode { kSuccess = 0, kMismatch = 1, kUsage = 2, kInputOutput = 3 };
+enum ExitCode { kSuccess = 0, kMismatch = 1, kUsage = 2, kInputOutput = 3, kFailedSelfTest = 4 };
 
 struct Verb {
     std::string_view name;
@@ -31,6 +31,8 @@ ExitCode run_verify(const Verb& verb, const Arguments& arguments);
 ExitCode run_derive(const Verb& verb, const Arguments& arguments);
 ExitCode run_rsa(const Verb& verb, const Arguments& arguments);
 ExitCode run_ec(const Verb& verb, const Arguments& arguments);
+ExitCode run_selftest(const Verb& verb, const Arguments& arguments);
+ExitCode run_speed(const Verb& verb, const Arguments& arguments);
 ExitCode run_list(const Verb& verb, const Arguments& arguments);
 
 }  // namespace morvane::tool

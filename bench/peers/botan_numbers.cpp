@@ -39,6 +39,8 @@ void add_botan_numbers(Rows& all) {
         n.r = n.power.execute();
     });
     add_primes(all, "botan", [](std::size_t bits) { Botan::random_prime(Botan::system_rng(), bits); });
+    add_primes(
+        all, "botan", [](std::size_t bits) { Botan::random_safe_prime(Botan::system_rng(), bits); }, true);
 }
 
 }  // namespace morvane::bench

@@ -2,6 +2,7 @@
 
 #include <cryptopp/integer.h>
 #include <cryptopp/modarith.h>
+#include <cryptopp/nbtheory.h>
 #include <cryptopp/osrng.h>
 
 namespace morvane::bench {
@@ -43,11 +44,13 @@ void add_cryptopp_numbers(Rows& all) {
     add(all, kGcd, [](Numbers& n) { n.r = Integer::Gcd(n.a, n.b); });
     add(all, kModExp,
         [](Numbers& n) { n.r = n.montgomery.ConvertOut(n.montgomery.Exponentiate(n.montgomery.ConvertIn(n.a), n.b)); });
+    static CryptoPP::AutoSeededRandomPool pool;
     add_primes(all, "cryptopp", [](std::size_t bits) {
-        static CryptoPP::AutoSeededRandomPool pool;
         Integer().GenerateRandom(
             pool, CryptoPP::MakeParameters("BitLength", static_cast<int>(bits))("RandomNumberType", Integer::PRIME));
     });
+    const auto generate_safe = [](std::size_t bits) { CryptoPP::PrimeAndGenerator(1, pool, static_cast<unsigned>(bits)); };
+    add_primes(all, "cryptopp", generate_safe, true);
 }
 
 }  // namespace morvane::bench

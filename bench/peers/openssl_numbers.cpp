@@ -51,9 +51,12 @@ void add_openssl_numbers(Rows& all) {
     add(all, kGcd, [](Numbers& n) { BN_gcd(n.r.get(), n.a.get(), n.b.get(), n.context.get()); });
     add(all, kModExp, mod_exp<BN_mod_exp_mont>);
     add(all, kModExp, mod_exp<BN_mod_exp_mont_consttime>, "openssl-consttime");
-    add_primes(all, "openssl", [](std::size_t bits) {
-        BN_generate_prime_ex(number_of({}).get(), static_cast<int>(bits), 0, nullptr, nullptr, nullptr);
-    });
+    for (const bool safe : {false, true}) {
+        const auto generate = [safe](std::size_t bits) {
+            BN_generate_prime_ex(number_of({}).get(), static_cast<int>(bits), safe ? 1 : 0, nullptr, nullptr, nullptr);
+        };
+        add_primes(all, "openssl", generate, safe);
+    }
 }
 
 }  // namespace morvane::bench

@@ -13,15 +13,19 @@
  * Single blocks. E_<Cipher>_Encrypt and _Decrypt work in place on a block held as 32-bit words, two of them, four for SEED.
  * The words of Blowfish and IDEA are the block's bytes read big-endian, those of all others read little-endian.
  *
- * ECB. Each whole block is enciphered by itself. A last partial block of r bytes is zero-extended, enciphered and written
- * whole, so out takes len rounded up to a multiple of B. Deciphering with the same len reads that many bytes again and
- * writes len: of the last block, r bytes. (FIPS 81; the zero-extension is this library's own. There is no other padding
- * here: whoever needs one that carries the length adds and checks it.)
+ * ECB. Each whole block is enciphered by itself (FIPS 81).
  *
- * CBC. Each block is XORed with the ciphertext block before it, the first with iv, B bytes. Partial blocks as in ECB. iv is
- * only read: a caller that streams passes the last ciphertext block as the next iv. Blowfish and IDEA take iv with the
- * bytes of each half reversed, in the order 3 2 1 0 7 6 5 4; data that was enciphered so must stay readable. Whoever
- * exchanges data with other libraries reorders the iv. (FIPS 81)
+ * Departs from FIPS 81: in ECB and CBC a last partial block of r bytes is zero-extended, enciphered and written whole, so
+ * out takes len rounded up to a multiple of B. Deciphering with the same len reads that many bytes again and writes len: of
+ * the last block, r bytes.
+ *
+ * There is no other padding here: whoever needs one that carries the length adds and checks it.
+ *
+ * CBC. Each block is XORed with the ciphertext block before it, the first with iv, B bytes. iv is only read: a caller that
+ * streams passes the last ciphertext block as the next iv. (FIPS 81)
+ *
+ * Departs from FIPS 81: CBC with Blowfish and IDEA takes iv with the bytes of each half reversed, in the order 3 2 1 0 7 6
+ * 5 4; data that was enciphered so must stay readable. Whoever exchanges data with other libraries reorders the iv.
  *
  * CBC with _NO_PAD (DES, two-key triple DES, SEED). Whole blocks as in CBC. The r bytes of a partial block are XORed with
  * the encryption, in both directions, of the ciphertext block before them (iv when there is none), so that r bytes of
@@ -36,12 +40,15 @@
  *
  *   CFB  out = in ^ T; the ciphertext is shifted in       OFB  out = in ^ T; T is shifted in
  *
- * With a numbits that is a multiple of 8, the first n bytes leave the register and n bytes are appended (FIPS 81). Other
- * widths are kept as they have always been: bytes are read as one little-endian number, of which a step uses the low
- * numbits bits and the register loses the low ones, the new ones entering at the top. The surplus bits of a step's last
- * byte are lost: out has them zero. For Blowfish and IDEA the same is done in big-endian order: a step uses the first
- * numbits bits, the register moves towards its first bit, the surplus is the low bits of the last byte. OFB has one entry
- * point for both directions.
+ * With a numbits that is a multiple of 8, the first n bytes leave the register and n bytes are appended (FIPS 81).
+ *
+ * Departs from FIPS 81: CFB and OFB with a feedback of other widths are kept as they have always been. Bytes are read as
+ * one little-endian number, of which a step uses the low numbits bits and the register loses the low ones, the new ones
+ * entering at the top. The surplus bits of a step's last byte are lost: out has them zero. For Blowfish and IDEA the same
+ * is done in big-endian order: a step uses the first numbits bits, the register moves towards its first bit, the surplus is
+ * the low bits of the last byte.
+ *
+ * OFB has one entry point for both directions.
  *
  * Speed. The functions work on many blocks at a time where the mode allows it: ECB, deciphering CBC and deciphering CFB.
  *

@@ -159,10 +159,11 @@ MORVANE_API uint32_t MORVANE_CALL GetError(void);
  *
  * Algorithms: CSP_ALG_MD2, CSP_ALG_MD4, CSP_ALG_MD5 (16 bytes), CSP_ALG_SHA1, CSP_ALG_RIPEMD160, CSP_ALG_HAS160 (20 bytes).
  *
- * The signature identifiers are accepted too and stand for the digest of their name: CSP_ALG_MD5_WITH_RSA,
- * CSP_ALG_MD2_WITH_RSA, CSP_ALG_SHA1_WITH_RSA, CSP_ALG_SHA1_WITH_DSA and CSP_ALG_HAS160_WITH_KCDSA. A digest begun under
- * one of them succeeds at every call, hashes nothing and writes no digest; only the plain identifiers hash. Final still
- * applies the buffer rules to its output. */
+ * Departs from CDSA 1.2: the signature identifiers are accepted too, and a digest begun under one of them succeeds at every
+ * call, hashes nothing and writes no digest; only the plain identifiers hash.
+ *
+ * These identifiers are CSP_ALG_MD5_WITH_RSA, CSP_ALG_MD2_WITH_RSA, CSP_ALG_SHA1_WITH_RSA, CSP_ALG_SHA1_WITH_DSA and
+ * CSP_ALG_HAS160_WITH_KCDSA. Final still applies the buffer rules to its output. */
 
 /* Begins a digest.
  *   csp      never read
@@ -214,13 +215,15 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_DigestDataFinal(uint32_t csp, CspHandle 
  * of an RC4 key changes with every byte; those of all others are only read.
  *
  * Pieces. Update writes what fills whole blocks and keeps the rest, fewer bytes than a block, for the next Update or for
- * Final. RC4 keeps nothing. The pieces of a stream may be cut anywhere, with one exception: Update works in chunks of 1000
- * bytes, kept and new bytes together, and 1000 is no multiple of SEED's block. The last 8 bytes of a full chunk are to SEED
- * a partial block: ECB and CBC encryption extend it with zeros and drop the last 8 of the 1008 bytes that makes; decryption
- * reads zeros where the block goes on; CFB and OFB leave those 8 bytes out, and zeros stand in their place. The chaining
- * value goes on with that block, in CFB and OFB with the block before it. Streams exist that were made so, therefore it
- * stays. Feed SEED so that a chunk never fills: at most 992 bytes at a time, kept ones included, gives the stream of the
- * mode itself.
+ * Final. RC4 keeps nothing. The pieces of a stream may be cut anywhere, with one exception.
+ *
+ * Departs from FIPS 81: Update works in chunks of 1000 bytes, kept and new bytes together, and 1000 is no multiple of
+ * SEED's block, so that its streams of longer pieces are not those of the mode. Streams exist that were made so. Feed SEED
+ * so that a chunk never fills: at most 992 bytes at a time, kept ones included, gives the stream of the mode itself.
+ *
+ * The last 8 bytes of a full chunk are to SEED a partial block: ECB and CBC encryption extend it with zeros and drop the
+ * last 8 of the 1008 bytes that makes; decryption reads zeros where the block goes on; CFB and OFB leave those 8 bytes out,
+ * and zeros stand in their place. The chaining value goes on with that block, in CFB and OFB with the block before it.
  *
  * Padding options. Final fills the kept bytes up to a block, in decryption as well as in encryption; it does so even when
  * none are kept, with a whole block:
@@ -291,11 +294,14 @@ MORVANE_API int32_t MORVANE_STDCALL CSP_DecryptData(uint32_t csp, CspHandle hand
 
 /* ---- Message authentication codes: Init, any number of Updates, Final ----
  *
- * CSP_ALG_DES   CBC-MAC with DES (FIPS 113) from a zero block, 8 bytes, with one departure: the message is extended with
- * zeros to the next multiple of 8 and by a whole block of zeros when it is one already. An empty message is one block of
- * zeros. MACs in the field are made so. CSP_ALG_DES3  the same, under the first of the two DES schedules in the key: single
- * DES, though the key is that of triple DES. Kept for the same reason. CSP_ALG_MD5   HMAC-MD5 (RFC 2104) under the key's
- * data, of any length, 16 bytes.
+ * CSP_ALG_DES and CSP_ALG_DES3 are CBC-MAC with DES (FIPS 113) from a zero block, 8 bytes. CSP_ALG_MD5 is HMAC-MD5 (RFC
+ * 2104) under the key's data, of any length, 16 bytes.
+ *
+ * Departs from FIPS 113: the message is extended with zeros to the next multiple of 8, and by a whole block of zeros when
+ * it is one already; an empty message is one block of zeros. MACs in the field are made so.
+ *
+ * Departs from ANSI X9.52: CSP_ALG_DES3 as a MAC works under the first of the two DES schedules in the key. It is single
+ * DES, though the key is that of triple DES.
  *
  * The context has one attribute, CSP_ATTR_KEY. For DES the key's data is the expanded key, an E_DES_KEY_SCHEDULE or
  * E_DES3_KEY_SCHEDULE, and it must stay in place until Final. DES MACs are 8 bytes under a 56-bit key: only for data that

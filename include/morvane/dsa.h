@@ -12,8 +12,10 @@
  * Time. What x and the number k of a signature enter takes a time that depends on lengths only. y, the domain, hash values
  * and signatures count as public.
  *
- * The number k. It is EN_Random of as many words as q has, with its two highest bits set, modulo q: not quite uniform (see
- * SECURITY.md). Before each draw, SHA-1 of x and what is signed is stirred into the general pool, so that a pool in a state
+ * Departs from FIPS 186-2: the number k of a signature is EN_Random of as many words as q has, with its two highest bits
+ * set, modulo q, which is not quite uniform (see SECURITY.md).
+ *
+ * Before each draw, SHA-1 of x and what is signed is stirred into the general pool, so that a pool in a state
  * it was in before still gives another k for another message.
  *
  * Lengths are bytes, octet strings are big-endian.
@@ -56,7 +58,11 @@ MORVANE_API void MORVANE_CALL E_DSA_Init(E_DSA_KEY* key);
  */
 MORVANE_API void MORVANE_CALL E_DSA_GenerateKey(E_DSA_KEY* key, int32_t pBits, int32_t qBits);
 
-/* Signs a hash value, which is taken as an integer of all its bytes and never cut.
+/* Signs a hash value.
+ *
+ * Departs from FIPS 186-3: a hash value is taken as an integer of all its bytes; one that is longer than q is not cut but
+ * refused.
+ *
  *   hash     hashLen bytes: up to the bytes of q, and up to 50
  *   sig      the signature: a DER SEQUENCE of the INTEGERs r and s. Room: twice the bytes of q, and 16
  *   sigLen   its length
@@ -66,9 +72,10 @@ MORVANE_API int32_t MORVANE_CALL E_DSA_Sign(const uint8_t* hash, int32_t hashLen
                                             const E_DSA_KEY* key);
 
 /* Returns 1 if ((g^u1 y^u2) mod p) mod q is r, where u1 = hash/s and u2 = r/s mod q, else 0: also for a signature that is
- * not exactly the SEQUENCE of two INTEGERs in DER. Unlike the standard (FIPS 186), it does not ask for r and s from 1 to q
- * - 1; it never has. So a signature of r = 1 and s = 0 fits every message under every key: whoever takes signatures from
- * others checks the ranges himself, as the morvane tool does. */
+ * not exactly the SEQUENCE of two INTEGERs in DER.
+ *
+ * Departs from FIPS 186: it does not ask for r and s from 1 to q - 1; it never has. So a signature of r = 1 and s = 0 fits
+ * every message under every key: whoever takes signatures from others checks the ranges first, as the morvane tool does. */
 MORVANE_API int32_t MORVANE_CALL E_DSA_Verify(const uint8_t* hash, int32_t hashLen, const uint8_t* sig, int32_t sigLen,
                                               const E_DSA_KEY* key);
 

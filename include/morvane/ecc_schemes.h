@@ -107,8 +107,10 @@ MORVANE_API int32_t MORVANE_CALL TORVA_V1_ECC_SignatureVerification(int32_t curv
  * octets of x of k G), e = (r XOR H) mod n, s = d (k - e) mod n. A signature is valid if 0 < s < n and r is the digest of x
  * of s Q + e G.
  *
- * The block is 0x30, L + 24, 0x04, 20, r, 0x04, L, s with s in L octets: both are OCTET STRINGs, not INTEGERs. On curve 7
- * another k is drawn should s need 21 octets. */
+ * The block is 0x30, L + 24, 0x04, 20, r, 0x04, L, s with s in L octets: both are OCTET STRINGs, not INTEGERs.
+ *
+ * Departs from TTAS.KO-12.0015: on curve 7, whose order has 161 bits, the private key and s have 20 octets; of scalars that
+ * need 21, one in 2^79, others are drawn. */
 
 /* Signs message. publicKey is the signer's, for z; it is neither validated nor compared with the private key, and a
  * signature with another one is not valid. signatureOut has E_ECKCDSA_SIGNATURE_OCTETS of room. Returns 0 or -4 as

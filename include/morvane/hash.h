@@ -63,9 +63,11 @@ MORVANE_API void MORVANE_CALL E_SHA1(uint8_t* digest, const uint8_t* data, uint3
 
 /* Absorbs len bytes into a SHA-0 computation that E_SHA_Init began.
  *
- * The digest is the one of FIPS 180 when every call finds the block empty: in one call, or when all calls but the last
- * carry multiples of 64 bytes. Other splittings give other digests, deterministic and kept so, because stored digests
- * depend on them: the block is turned into host-order words while it fills, and a call that brings n bytes to a block
+ * Departs from FIPS 180: the digest is the standard's when every call finds the block empty, in one call, or when all calls
+ * but the last carry multiples of 64 bytes. Other splittings give other digests, deterministic and kept so, because stored
+ * digests depend on them.
+ *
+ * The block is turned into host-order words while it fills, and a call that brings n bytes to a block
  * already holding some converts the first n >> 2 words of the block, wherever the new bytes landed. Pieces of fewer than
  * four bytes therefore convert nothing. */
 MORVANE_API void MORVANE_CALL E_SHA_Update(E_SHA1_CTX* ctx, const uint8_t* data, uint32_t len);
@@ -94,10 +96,11 @@ typedef struct E_SHA256_CTX {
 /* Makes ctx ready: the initial value of FIPS 180-2, count 0. */
 MORVANE_API void MORVANE_CALL E_SHA256_Init(E_SHA256_CTX* ctx);
 
-/* Absorbs len bytes of data. The bit count is kept in two words without a carry from the low into the high one; only the
- * len >> 29 of each call enters the high word. So when the bit count passes 2^32 from one call to the next, the length in
- * the padding is short by 2^32 bits and the digest is not that of FIPS 180-2; digests of such streams (512 MiB and more, in
- * several calls) are kept as they have always been. */
+/* Absorbs len bytes of data.
+ *
+ * Departs from FIPS 180-2: of 512 MiB and more in several calls the digest is another one, and kept so. The bit count is
+ * kept in two words without a carry from the low into the high one; only the len >> 29 of each call enters the high word.
+ * When the count passes 2^32 from one call to the next, the length in the padding is short by 2^32 bits. */
 MORVANE_API void MORVANE_CALL E_SHA256_Update(E_SHA256_CTX* ctx, const uint8_t* data, uint32_t len);
 
 /* Finishes and writes the 32-byte digest, H0 first, each word big-endian. */
@@ -231,11 +234,11 @@ MORVANE_API void MORVANE_CALL E_RIPEMD160(uint8_t* digest, const uint8_t* data, 
 
 /* ---- HMAC-SHA1, this library's own form ----
  *
- * After RFC 2104 with two departures, which every peer that exchanges MACs with this library shares; the vectors of
- * RFC 2202 are therefore not met:
- *   1. Only the first 16 of the inner digest's 20 bytes enter the outer hash.
- *   2. A key longer than 64 bytes is replaced by the first 16 bytes of its SHA-1 digest for the outer pad, while the
- *      inner pad is made from the first 64 bytes of the key as passed in.
+ * Departs from RFC 2104: only the first 16 of the inner digest's 20 bytes enter the outer hash; and a key longer than 64
+ * bytes is replaced by the first 16 bytes of its SHA-1 digest for the outer pad, while the inner pad is made from the first
+ * 64 bytes of the key as passed in. Every peer that exchanges MACs with this library shares both; the vectors of RFC 2202
+ * are not met.
+ *
  * So for keys of at most 64 bytes the MAC is SHA1((K ^ opad) || first16(SHA1((K ^ ipad) || message))), K zero-extended. */
 
 /* The context, 252 bytes. */

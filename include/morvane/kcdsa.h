@@ -4,12 +4,18 @@
  * The public key is y = g^(1/x mod q) mod p.
  *
  * The newer pair, E_KCDSA_Sign_New and E_KCDSA_Verify_New, hashes the message itself, together with z, the low 512 bits of
- * y. Where the standard has strings of fixed length, z and the commitment W = g^k mod p are hashed without leading zeros:
- * one key in 256 and one signature in 256 differ from the standard.
+ * y.
  *
- * The older functions take a hash value that the caller has formed and always hash W with HAS-160: as many bytes as the
- * words of W have, first those of W without leading zeros, then zeros. They sign again until (r XOR hash) mod q has no
- * divisor in common with p - 1; every other signature at best passes, so they take twice as long and more. Signatures of
+ * Departs from TTAS.KO-12.0001: where the standard has strings of fixed length, z and the commitment W = g^k mod p are
+ * hashed without leading zeros; one key in 256 and one signature in 256 differ.
+ *
+ * The older functions take a hash value that the caller has formed.
+ *
+ * Departs from TTAS.KO-12.0001: the older functions always hash W with HAS-160, as many bytes as the words of W have, first
+ * those of W without leading zeros, then zeros. They sign again until (r XOR hash) mod q has no divisor in common with p -
+ * 1; every other signature at best passes, so they take twice as long and more.
+ *
+ * Signatures of
  * the two generations are not interchangeable. */
 #ifndef MORVANE_KCDSA_H
 #define MORVANE_KCDSA_H

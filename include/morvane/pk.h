@@ -15,8 +15,10 @@
  *
  * Hashes of the newer schemes, hashId and mgfHashId:
  *     1 MD5, 5 HAS-160, 6 SHA-256, 7 SHA-384, 8 SHA-512, any other value SHA-1.
- * Every field for a hash has 20, 20, 32, 48, 64, 20 bytes. For MD5 that is 20 bytes too, its 16 and four zeros, in masks as
- * well: blocks made with MD5 have always had that layout.
+ * Every field for a hash has 20, 20, 32, 48, 64, 20 bytes.
+ *
+ * Departs from PKCS #1 v2.1: the field of MD5 has 20 bytes too, its 16 and four zeros, in masks as well. Blocks made with
+ * MD5 have always had that layout.
  *
  * Messages. Some failures print a line to standard output; the texts are part of the behaviour. They tell an attacker who
  * can read them which check failed: a service that deciphers for others keeps its standard output to itself.
@@ -151,8 +153,11 @@ MORVANE_API int32_t MORVANE_CALL E_RSA_Public_Encrypt_OAEP(uint8_t* out, const u
 /* Opens what E_RSA_Public_Encrypt_OAEP made. Returns the bytes written to out, or -1: len is not k, silently; the block
  * does not have exactly k - 1 octets, "decrypt part : EM byte Length too long , decryption error"; it has fewer than 41,
  * "EM length too small. Fail to oaep decoding!"; another label, "pHash' does mot equal pHash"; no 0x01 before the message,
- * silently. Whatever stands between the label's hash and the first 0x01 is skipped. One of 256 blocks that are enciphered
- * begins with a zero octet and has fewer than k - 1: it is refused here, and E_RSAES_OAEP_Decrypt with SHA-1 opens it. */
+ * silently.
+ *
+ * Departs from PKCS #1 v2.0: one of 256 blocks begins with a zero octet and has fewer than k - 1; it is refused here, and
+ * E_RSAES_OAEP_Decrypt with SHA-1 opens it. Whatever stands between the label's hash and the first 0x01 is skipped, where
+ * the standard has zeros. */
 MORVANE_API int32_t MORVANE_CALL E_RSA_Private_Decrypt_OAEP(uint8_t* out, const uint8_t* in, int32_t len,
                                                             const uint8_t* label, int32_t label_len, const E_RSA_KEY* key);
 
@@ -172,10 +177,10 @@ MORVANE_API int32_t MORVANE_CALL E_RSAES_OAEP_Decrypt(int32_t hashId, int32_t mg
  * returns 1; or returns 0, and *sig_len is left alone: the modulus is too short for hash and salt ("EMSA_PSS_ENCODE ERROR :
  * intended encoded message length too short(emLen < hLen+sLen+2)"), or the private operation failed.
  *
- * One bit of the encoded message is cleared, the topmost of its first byte. That is PSS when the modulus has a multiple of
- * 8 bits, as nearly all have. If it has one bit more, the encoded message has k - 1 bytes and PSS clears none: half the
- * signatures made here are not those of PSS, and half of PSS's do not verify here. With other moduli the message is often
- * above the modulus; the signature then does not verify. */
+ * Departs from PKCS #1 v2.1: whatever the modulus, one bit of the encoded message is cleared, the topmost of its first
+ * byte. That is PSS when the modulus has a multiple of 8 bits, as nearly all have. If it has one bit more, the encoded
+ * message has k - 1 bytes and PSS clears none: half the signatures made here are not those of PSS, and half of PSS's do not
+ * verify here. With other moduli the message is often above the modulus; the signature then does not verify. */
 MORVANE_API int32_t MORVANE_CALL E_RSASSA_PSS_Sign(int32_t hashId, int32_t mgfHashId, uint8_t* sig, int32_t* sig_len,
                                                    const uint8_t* msg, int32_t msg_len, int32_t salt_len,
                                                    const E_RSA_KEY* key);

@@ -116,10 +116,11 @@ MORVANE_API int32_t MORVANE_CALL EN_PrimeUpdate(ENUM* p, int32_t bits, const EN_
 
 /* Fills n octets, in rounds of 20. XKEY is a random number of 160 bits and q a random prime of 160 bits, both new for each
  * call; in each round XSEED is another such number, x = G(XKEY + XSEED) mod q with the SHA-1 compression for G (E_MySHA1),
- * and XKEY + x + 1 modulo 2^160 is the new XKEY. That is the output, where FIPS 186-2, appendix 3, has x. A sum or an
- * XKEY of fewer than 20 octets stands at the start of its 20 (by its words: leading zero words shorten it by four each);
- * octets of `out` behind it keep what they were. All randomness comes from EN_Random,
- * 20 octets for 20. */
+ * and XKEY + x + 1 modulo 2^160 is the new XKEY. All randomness comes from EN_Random, 20 octets for 20.
+ *
+ * Departs from FIPS 186-2: the output is the new XKEY, where appendix 3 has x. A sum or an XKEY of fewer than 20 octets
+ * stands at the start of its 20 (by its words: leading zero words shorten it by four each); octets of `out` behind it keep
+ * what they were. */
 MORVANE_API void MORVANE_CALL E_X9_31RandomBytes(uint8_t* out, int32_t n);
 
 /* The same, reporting what makes the output repeatable: the first XKEY and q, 20 octets each, and the XSEED of each round,

@@ -4,13 +4,15 @@
  *
  * Linkage. On 32-bit Windows two calling conventions are in use: the CSP_ family is stdcall and exported under decorated
  * names (_CSP_DigestDataInit@12), everything else is cdecl and exported under its plain name. On every other system both
- * macros are empty. A program that links the objects themselves instead of the shared library defines MORVANE_STATIC.
+ * macros are empty. A program that links the static library instead of the shared one defines MORVANE_STATIC.
  *
  * Words. "Word" is an unsigned 32-bit integer. Lengths are bytes unless a name ends in _bits or _words. Where a record
  * holds a handle or a pointer, it is as wide as a pointer of the build: 4 bytes in the 32-bit builds, whose record sizes
  * are given beside each record, 8 in the 64-bit ones. */
 #ifndef MORVANE_TYPES_H
 #define MORVANE_TYPES_H
+
+#include <morvane/version.h>
 
 #include <stdint.h>
 

@@ -3,6 +3,9 @@
 #include "bignum/kernel_variants.h"
 #include "bignum/kernels.h"
 #include "bignum/rows.h"
+#include "bignum/work.h"
+
+#include <algorithm>
 
 namespace morvane::bignum {
 namespace {
@@ -55,9 +58,15 @@ struct Divisor {
     }
 };
 
-}  // namespace
+// The quotients of more limbs are made in halves, by products: it is then the product's routine that counts.
+#if defined(__x86_64__)
+constexpr std::size_t kManyLimbs = 96;
+#else
+constexpr std::size_t kManyLimbs = 16;
+#endif
 
-void divide(Limb* q, Limb* u, std::size_t u_size, const Limb* d, std::size_t d_size) noexcept {
+// As divide() in kernels.h, digit by digit.
+void divide_by_rows(Limb* q, Limb* u, std::size_t u_size, const Limb* d, std::size_t d_size) noexcept {
     // A divisor of one limb divides like one with a limb 0 below.
     const auto third = [d_size](const Limb* top) { return d_size > 1 ? top[-2] : 0; };
     const Divisor divisor(d[d_size - 1], third(d + d_size));
@@ -73,6 +82,42 @@ void divide(Limb* q, Limb* u, std::size_t u_size, const Limb* d, std::size_t d_s
         }
         top[0] = 0;
         if (q != nullptr) q[j] = digit;
+    }
+}
+
+// The same for q of up to d_size limbs, with d_size limbs of space: C. Burnikel and J. Ziegler, Fast recursive division,
+// 1998. The upper half of q first, then the lower one; a half from as many limbs of d, and then what the limbs below these
+// take from the remainder.
+void divide_by_halves(Limb* q, Limb* u, std::size_t q_size, const Limb* d, std::size_t d_size, Limb* space) noexcept {
+    if (q_size < kManyLimbs) return divide_by_rows(q, u, d_size + q_size, d, d_size);
+    if (q_size > d_size / 2) {
+        const std::size_t lower = q_size / 2;
+        divide_by_halves(q + lower, u + lower, q_size - lower, d, d_size, space);
+        return divide_by_halves(q, u, lower, d, d_size, space);
+    }
+    const std::size_t below = d_size - q_size;
+    if (compare(u + d_size, d + below, q_size) == 0) return divide_by_rows(q, u, d_size + q_size, d, d_size);
+    divide_by_halves(q, u + below, q_size, d + below, q_size, space);
+    multiply(space, d, below, q, q_size);
+    for (Limb borrow = subtract(u, u, space, d_size); borrow != 0;) {  // the limbs below made the estimate too large
+        for (std::size_t i = 0; q[i]-- == 0;) ++i;
+        borrow -= add(u, u, d, d_size);
+    }
+}
+
+}  // namespace
+
+void divide(Limb* q, Limb* u, std::size_t u_size, const Limb* d, std::size_t d_size) noexcept {
+    const std::size_t q_size = u_size - d_size;
+    const bool by_halves = std::min(q_size, d_size) >= kManyLimbs;
+    WorkLimbs space(by_halves ? d_size : 0);
+    WorkLimbs unwanted(by_halves && q == nullptr ? q_size : 0);
+    if (!by_halves || !space || !unwanted) return divide_by_rows(q, u, u_size, d, d_size);
+    if (q == nullptr) q = unwanted.get();
+    for (std::size_t left = q_size; left != 0;) {
+        const std::size_t part = std::min(left, d_size);
+        left -= part;
+        divide_by_halves(q + left, u + left, part, d, d_size, space.get());
     }
 }
 

@@ -59,6 +59,16 @@ inline void select_masked(Item* r, const Item* table, std::size_t entries, std::
 template <typename Item>
 inline constexpr std::size_t kElementItems = 48 * sizeof(std::uint64_t) / sizeof(Item);
 
+// The items of a stream for which frames on the stack have room: those, or fewer as a ring of many streams says.
+template <typename R>
+consteval std::size_t frame_items() {
+    if constexpr (requires { R::kFrameItems; }) {
+        return R::kStreams * R::kFrameItems;
+    } else {
+        return R::kStreams * kElementItems<typename R::Item>;
+    }
+}
+
 // x = x^exponent, each stream with its own; these are equally long, and not empty. False if there is no memory.
 template <Ring R>
 bool exponentiate(const R& ring, typename R::Item* x,
@@ -71,8 +81,8 @@ bool exponentiate(const R& ring, typename R::Item* x,
     // More bits a window do not pay: the table would be larger than what its reading may cost.
     const std::size_t window = bits <= 512 ? 4 : 5;
     const std::size_t entries = std::size_t{1} << window;  // up to kMaxEntries
-    Work<Item, kStreams * kMaxEntries * kElementItems<Item>> table(entries * size);
-    Work<Item, kStreams * kElementItems<Item>> factor(size);
+    Work<Item, kMaxEntries * frame_items<R>()> table(entries * size);
+    Work<Item, frame_items<R>()> factor(size);
     if (!table || !factor) return false;
     const auto entry = [&](std::size_t i) { return table.get() + i * size; };
     ring.set_one(entry(0));

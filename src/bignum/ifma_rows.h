@@ -101,8 +101,8 @@ struct FriendlyRows {
             if (v == 0) moved = Lanes::add(moved, carry);
             Vector sum = add_products<Lanes, P>(Lanes::zero(), v, a, digit, digit_before);
             sum = Lanes::high(sum, c, factor_before);
-            asm("" : "+v"(sum));  // the move comes last
-            t[v] = Lanes::low(Lanes::add(sum, moved), c, factor);
+            // The sum with what has moved comes last, not the product: additions keep the next row waiting for less.
+            t[v] = Lanes::add(Lanes::low(sum, c, factor), moved);
         }
         digit_before = digit;
         factor_before = factor;

@@ -4,20 +4,39 @@
 #include "bignum/rows.h"
 
 namespace morvane::bignum {
+namespace {
 
+constexpr cpu::Features kIfma = cpu::kAvx512 | cpu::kIfma;
 #if defined(__x86_64__)
-#define MORVANE_ADX(run) {cpu::kBmi2 | cpu::kAdx, run},
-#else
-#define MORVANE_ADX(run)
+constexpr cpu::Features kAdx = cpu::kBmi2 | cpu::kAdx;
+constexpr cpu::Features kIfmaAndAdx = kIfma | kAdx;
 #endif
 
-constinit cpu::Dispatch<MultiplyFn, kKernelVariants> multiply_variants{
-    {{MORVANE_ADX(multiply_adx){cpu::kNone, multiply_plain}}}};
-constinit cpu::Dispatch<SquareFn, kKernelVariants> square_variants{{{MORVANE_ADX(square_adx){cpu::kNone, square_plain}}}};
-constinit cpu::Dispatch<ReduceFn, kKernelVariants> reduce_variants{
-    {{MORVANE_ADX(montgomery_reduce_adx){cpu::kNone, montgomery_reduce_plain}}}};
-constinit cpu::Dispatch<RowFn, kKernelVariants> multiply_subtract_variants{
-    {{MORVANE_ADX(multiply_subtract_row_adx){cpu::kNone, multiply_subtract_row}}}};
+}  // namespace
+
+#if defined(__x86_64__)
+constinit cpu::Dispatch<MultiplyFn, kProductVariants> multiply_variants{
+    {{{kIfmaAndAdx, multiply_ifma}, {kAdx, multiply_adx}, {cpu::kNone, multiply_plain}}}};
+constinit cpu::Dispatch<SquareFn, kProductVariants> square_variants{
+    {{{kIfmaAndAdx, square_ifma}, {kAdx, square_adx}, {cpu::kNone, square_plain}}}};
+constinit cpu::Dispatch<ReduceFn, kRowVariants> reduce_variants{
+    {{{kAdx, montgomery_reduce_adx}, {cpu::kNone, montgomery_reduce_plain}}}};
+constinit cpu::Dispatch<RowFn, kRowVariants> multiply_subtract_variants{
+    {{{kAdx, multiply_subtract_row_adx}, {cpu::kNone, multiply_subtract_row}}}};
+constinit cpu::Dispatch<ApplyFn, kApplyVariants> apply_variants{{{{cpu::kNone, lehmer::apply_plain}}}};
+#else
+constinit cpu::Dispatch<MultiplyFn, kProductVariants> multiply_variants{
+    {{{kIfma, multiply_ifma}, {cpu::kAvx2, multiply_avx2}, {cpu::kSse2, multiply_sse2}, {cpu::kNone, multiply_plain}}}};
+constinit cpu::Dispatch<SquareFn, kProductVariants> square_variants{
+    {{{kIfma, square_ifma}, {cpu::kAvx2, square_avx2}, {cpu::kSse2, square_sse2}, {cpu::kNone, square_plain}}}};
+constinit cpu::Dispatch<ReduceFn, kRowVariants> reduce_variants{
+    {{{cpu::kAvx2, montgomery_reduce_avx2}, {cpu::kSse2, montgomery_reduce_sse2}, {cpu::kNone, montgomery_reduce_plain}}}};
+constinit cpu::Dispatch<RowFn, kRowVariants> multiply_subtract_variants{{{{cpu::kAvx2, multiply_subtract_row_avx2},
+                                                                          {cpu::kSse2, multiply_subtract_row_sse2},
+                                                                          {cpu::kNone, multiply_subtract_row}}}};
+constinit cpu::Dispatch<ApplyFn, kApplyVariants> apply_variants{
+    {{{cpu::kAvx2, lehmer_apply_avx2}, {cpu::kSse2, lehmer_apply_sse2}, {cpu::kNone, lehmer::apply_plain}}}};
+#endif
 
 void multiply(LimbInWords* r, const LimbInWords* a, std::size_t a_size, const LimbInWords* b, std::size_t b_size) noexcept {
     multiply_variants.get()(r, a, a_size, b, b_size);

@@ -1,8 +1,10 @@
 // Greatest common divisors and inverses, by runs of steps of the binary algorithm (see lehmer_step.h).
+#include "bignum/kernel_variants.h"
 #include "bignum/kernels.h"
 #include "bignum/lehmer_step.h"
 #include "bignum/work.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace morvane::bignum {
@@ -65,7 +67,7 @@ struct Cofactors {
 
     void follow(const Run& run) noexcept {
         widen();
-        lehmer::apply<0>(run, x, y, size);
+        apply_variants.get()(run, x, y, size, 0);
         narrow();
     }
     // x' = x - q y and y' = B y.
@@ -108,6 +110,7 @@ private:
 // Keeps the greatest common divisor, until u is 0 and v is the divisor, or both have at most `until` limbs.
 template <typename Followers>
 void reduce(Pair& pair, Followers& followers, std::size_t until) noexcept {
+    ApplyFn* const apply = apply_variants.get();
     while (true) {
         pair.trim();
         const std::size_t n = pair.n;
@@ -116,7 +119,7 @@ void reduce(Pair& pair, Followers& followers, std::size_t until) noexcept {
         if (top.u == 0 && significant(pair.u, n) == 0) return;
         Run run;
         if (lehmer::find_run(run, pair.u[0], pair.v[0], top)) {
-            const lehmer::Carries carries = lehmer::apply<1>(run, pair.u, pair.v, n);
+            const lehmer::Carries carries = apply(run, pair.u, pair.v, n, 1);
             pair.u[n - 1] = carries.u - run.ug;
             pair.v[n - 1] = carries.v - run.vf;
             followers.follow(run);
@@ -174,10 +177,25 @@ Inversion invert_modulo_odd(Limb* x, const Limb* a, const Limb* m, std::size_t s
     Limb* const y = cofactors.y;
     const Limb above = sign_of(y[cofactors.size - 1]);
     for (std::size_t i = cofactors.size; i <= n; ++i) y[i] = above;
-    for (; cofactors.scale != 0; --cofactors.scale) cofactors.divide(y, n + 1);
+    const bool whole = n > 1 && cofactors.scale > 1;
+    for (; cofactors.scale > (whole ? n : 0); --cofactors.scale) cofactors.divide(y, n + 1);
+    std::memset(x, 0, size * sizeof(Limb));
+    if (whole) {
+        // The last n at once, where |y| is below m B^scale, which is added if y is below 0. Fewer than n are as many of a
+        // multiple of y.
+        Limb* const t = work.get();
+        const std::size_t shift = n - cofactors.scale;
+        const std::size_t taken = std::min(n + 1, 2 * n - shift);
+        const Limb sign = sign_of(y[n]);
+        std::memset(t, 0, shift * sizeof(Limb));
+        std::memcpy(t + shift, y, taken * sizeof(Limb));
+        for (std::size_t i = shift + taken; i < 2 * n; ++i) t[i] = sign;
+        if (sign != 0) add(t + n, t + n, m, n);
+        montgomery_reduce(x, t, m, n, Limb{0} - cofactors.m_inverse);
+        return Inversion::kDone;
+    }
     while (sign_of(y[n]) != 0) y[n] += add(y, y, m, n);
     while (y[n] != 0 || compare(y, m, n) >= 0) y[n] -= subtract(y, y, m, n);
-    std::memset(x, 0, size * sizeof(Limb));
     std::memcpy(x, y, n * sizeof(Limb));
     return Inversion::kDone;
 }

@@ -126,8 +126,8 @@ struct Carries {
     Limb u, v;
 };
 
-// Applies a run, but for the exchange, to u and v, of n limbs: with the division by B if `Dropped` is 1, without it if 0.
-// Writes n - Dropped limbs; those above are carries.u - ug and carries.v - vf, negative if the number is.
+// Applies a run, but for the exchange, to u and v, of n limbs: with the division by B if `dropped` is 1, without it if 0.
+// Writes n - dropped limbs; those above are carries.u - ug and carries.v - vf, negative if the number is.
 //
 // -ug v is taken as ug (B^n - 1 - v) + ug - ug B^n: so nothing is negative, and as uf + ug is at most B, a sum is at most
 // B (B - 1) + B - 1, which fits in two limbs. Not inlined, because it needs all the registers.
@@ -146,6 +146,10 @@ template <std::size_t Dropped>
         carries = {high(to_u), high(to_v)};
     }
     return carries;
+}
+
+inline Carries apply_plain(const Run& run, Limb* u, Limb* v, std::size_t n, std::size_t dropped) noexcept {
+    return dropped != 0 ? apply<1>(run, u, v, n) : apply<0>(run, u, v, n);
 }
 
 // x = (x - q d) / B, for the q that makes it exact. Writes n - 1 limbs and returns the borrow from the one above them. d

@@ -1,20 +1,24 @@
+// Montgomery's reduction, column by column: the lower limbs of t give way to the factors that clear them.
+#include "bignum/column_sum.h"
 #include "bignum/kernel_variants.h"
-#include "bignum/rows.h"
 
 namespace morvane::bignum {
 
 void montgomery_reduce_plain(Limb* r, Limb* t, const Limb* m, std::size_t n, Limb minus_inverse) noexcept {
-    Limb top = 0;  // of the sum so far, one limb above t
-    for (std::size_t i = 0; i < n; ++i) {
-        const Limb carry = multiply_add_row(t + i, m, n, t[i] * minus_inverse);
-        const DoubleLimb sum = wide(t[i + n]) + carry + top;
-        t[i + n] = low(sum);
-        top = high(sum);
+    ColumnSum sum;
+    for (std::size_t column = 0; column < n; ++column) {
+        sum.add(t[column]);
+        sum.add_products(t, m + column, column);
+        t[column] = sum.lowest() * minus_inverse;
+        sum.add_product(t[column], m[0]);
+        sum.take();
     }
-    // The upper half is below 2 m. The difference is kept where it did not borrow, or where the sum had the limb on top.
-    const Limb borrow = subtract(r, t + n, m, n);
-    const Limb keep_sum = Limb{0} - (borrow & ~top & 1);
-    for (std::size_t i = 0; i < n; ++i) r[i] ^= (r[i] ^ t[i + n]) & keep_sum;
+    for (std::size_t column = n; column < 2 * n; ++column) {
+        sum.add(t[column]);
+        sum.add_products(t + (column - n + 1), m + n - 1, 2 * n - 1 - column);
+        t[column] = sum.take();
+    }
+    reduce_once(r, t + n, m, n, sum.take());
 }
 
 }  // namespace morvane::bignum

@@ -1,36 +1,35 @@
-// Products and squares by the schoolbook, row by row.
+// Products and squares by the schoolbook, column by column.
+#include "bignum/column_sum.h"
 #include "bignum/kernel_variants.h"
-#include "bignum/rows.h"
+
+#include <algorithm>
 
 namespace morvane::bignum {
 
 void multiply_plain(LimbInWords* r, const LimbInWords* a, std::size_t a_size, const LimbInWords* b,
                     std::size_t b_size) noexcept {
-    r[a_size] = multiply_row(r, a, a_size, b[0]);
-    for (std::size_t j = 1; j < b_size; ++j) r[j + a_size] = multiply_add_row(r + j, a, a_size, b[j]);
+    ColumnSum sum;
+    for (std::size_t column = 0; column + 1 < a_size + b_size; ++column) {
+        const std::size_t first = column < b_size ? 0 : column - (b_size - 1);  // of a
+        const std::size_t last = std::min(column, a_size - 1);
+        sum.add_products(a + first, b + (column - first), last + 1 - first);
+        r[column] = sum.take();
+    }
+    r[a_size + b_size - 1] = sum.take();
 }
 
 void square_plain(LimbInWords* r, const LimbInWords* a, std::size_t n) noexcept {
-    // Each product of two different limbs once, the whole doubled, then the squares of the limbs.
-    r[0] = 0;
-    r[2 * n - 1] = 0;
-    if (n > 1) {
-        r[n] = multiply_row(r + 1, a + 1, n - 1, a[0]);
-        for (std::size_t i = 1; i + 1 < n; ++i) r[n + i] = multiply_add_row(r + 2 * i + 1, a + i + 1, n - 1 - i, a[i]);
+    // Each product of two different limbs once, and then twice.
+    ColumnSum sum;
+    for (std::size_t column = 0; column + 1 < 2 * n; ++column) {
+        const std::size_t first = column < n ? 0 : column - (n - 1);
+        ColumnSum once;
+        once.add_products(a + first, a + (column - first), (column + 1) / 2 - first);
+        sum.add_twice(once);
+        if (column % 2 == 0) sum.add_product(a[column / 2], a[column / 2]);
+        r[column] = sum.take();
     }
-    Limb doubled_out = 0;
-    Limb carry = 0;
-    for (std::size_t i = 0; i < n; ++i) {
-        const DoubleLimb squared = wide(a[i]) * a[i];
-        const DoubleLimb pair = join(r[2 * i + 1], r[2 * i]);
-        const DoubleLimb doubled = pair << 1 | doubled_out;
-        doubled_out = high(pair) >> (kLimbBits - 1);
-        const DoubleLimb sum = doubled + squared;
-        const DoubleLimb total = sum + carry;
-        carry = static_cast<Limb>(sum < squared) + static_cast<Limb>(total < sum);
-        r[2 * i] = low(total);
-        r[2 * i + 1] = high(total);
-    }
+    r[2 * n - 1] = sum.take();
 }
 
 }  // namespace morvane::bignum

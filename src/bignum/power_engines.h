@@ -15,16 +15,30 @@ PowerFn power_division;
 
 // An odd modulus: Montgomery's products in limbs.
 PowerFn power_limbs;
-PowerPairFn power_pair_limbs;
 PowerProductFn power_product_limbs;
 
-// An odd modulus: Montgomery's products in digits of 52 bits, eight to a vector.
+// The same in digits of 52 bits, eight to a vector.
 PowerFn power_ifma;
 PowerPairFn power_pair_ifma;
 PowerProductFn power_product_ifma;
 
-extern constinit cpu::Dispatch<PowerFn, 2> power_odd;
+// The same in columns of digits, where limbs have 32 bits only.
+#if !defined(__x86_64__)
+PowerFn power_avx2;
+PowerFn power_sse2;
+PowerProductFn power_product_avx2;
+PowerProductFn power_product_sse2;
+
+inline constexpr std::size_t kPowerVariants = 4;
+#else
+inline constexpr std::size_t kPowerVariants = 2;
+#endif
+
+// One after the other.
+PowerPairFn power_pair_apart;
+
+extern constinit cpu::Dispatch<PowerFn, kPowerVariants> power_odd;
 extern constinit cpu::Dispatch<PowerPairFn, 2> power_pair;
-extern constinit cpu::Dispatch<PowerProductFn, 2> power_product;
+extern constinit cpu::Dispatch<PowerProductFn, kPowerVariants> power_product;
 
 }  // namespace morvane::bignum

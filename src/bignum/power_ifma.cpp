@@ -189,7 +189,7 @@ constexpr Width<2> kPairIn{IfmaRing<Rows, 2>::digits_for, Rows::kVectors* Rows::
 // where rows are so short that they would wait for a factor, the plain ones where the multiplier has enough to do.
 constexpr Width<1> kAlone[] = {
     kAloneIn<FriendlyRows<Ymm, 1>>, kAloneIn<FriendlyRows<Ymm, 2>>, kAloneIn<FriendlyRows<Ymm, 3>>,
-    kAloneIn<PlainRows<Ymm, 4>>,    kAloneIn<PlainRows<Ymm, 5>>,    kAloneIn<PlainRows<Ymm, 6>>,
+    kAloneIn<FriendlyRows<Ymm, 4>>, kAloneIn<FriendlyRows<Ymm, 5>>, kAloneIn<PlainRows<Ymm, 6>>,
     kAloneIn<PlainRows<Zmm, 4>>,    kAloneIn<PlainRows<Zmm, 5>>,    kAloneIn<PlainRows<Zmm, 6>>,
     kAloneIn<PlainRows<Zmm, 8>>,    kAloneIn<PlainRows<Zmm, 10>>,   kAloneIn<PlainRows<Zmm, 12>>};
 constexpr Width<2> kPairs[] = {kPairIn<FriendlyRows<Ymm, 1>>, kPairIn<FriendlyRows<Ymm, 2>>, kPairIn<FriendlyRows<Ymm, 3>>,

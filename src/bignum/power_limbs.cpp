@@ -1,7 +1,6 @@
 // Powers with residues in limbs: by Montgomery's method for odd moduli, by division for the others.
-#include "bignum/exponentiate.h"
 #include "bignum/odd_modulus.h"
-#include "bignum/power_engines.h"
+#include "bignum/power_in.h"
 #include "bignum/rows.h"
 
 namespace morvane::bignum {
@@ -51,11 +50,12 @@ public:
         load_limbs(r, base.data(), base.size());
         multiply(r, r, square_.get());
     }
-    void leave(Word* words, Limb* a) const noexcept {
+    bool leave(Word* words, Limb* a) const noexcept {
         std::copy_n(a, size_, product_.get());
         std::fill_n(product_.get() + size_, size_, 0);
         m_.reduce(a, product_.get());
         store_limbs(words, a, modulus_.size());
+        return true;
     }
 
 private:
@@ -100,7 +100,10 @@ public:
         load_limbs(product_.get(), base.data(), base.size());
         reduce(r);
     }
-    void leave(Word* words, const Limb* a) const noexcept { store_limbs(words, a, modulus_.size()); }
+    bool leave(Word* words, const Limb* a) const noexcept {
+        store_limbs(words, a, modulus_.size());
+        return true;
+    }
 
 private:
     // r = the product modulo m; both shifted, so that the top bit of m is set.
@@ -115,38 +118,12 @@ private:
     unsigned shift_ = 0;
 };
 
-template <typename R>
-bool power_in(const Power& power) noexcept {
-    const R ring(power.modulus, power.has_known_exponent());
-    WorkLimbs x(ring.size());
-    if (!ring || !x) return false;
-    ring.enter(x.get(), power.base);
-    const bool done = power.has_known_exponent() ? exponentiate_vt(ring, x.get(), power.exponent[0])
-                                                 : exponentiate(ring, x.get(), {power.exponent});
-    if (done) ring.leave(power.result, x.get());
-    return done;
-}
-
 }  // namespace
 
 bool power_division(const Power& power) noexcept { return power_in<DivisionRing>(power); }
 
 bool power_limbs(const Power& power) noexcept { return power_in<MontgomeryRing>(power); }
 
-bool power_product_limbs(const Power& a, const Power& b) noexcept {
-    const MontgomeryRing ring(a.modulus, true);
-    WorkLimbs x(ring.size());
-    WorkLimbs y(ring.size());
-    if (!ring || !x || !y) return false;
-    ring.enter(x.get(), a.base);
-    ring.enter(y.get(), b.base);
-    if (!exponentiate_product_vt(ring, x.get(), y.get(), a.exponent, b.exponent)) return false;
-    ring.leave(a.result, x.get());
-    return true;
-}
-
-bool power_pair_limbs(const std::array<Power, 2>& powers) noexcept {
-    return power_limbs(powers[0]) && power_limbs(powers[1]);
-}
+bool power_product_limbs(const Power& a, const Power& b) noexcept { return power_product_in<MontgomeryRing>(a, b); }
 
 }  // namespace morvane::bignum

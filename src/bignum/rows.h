@@ -64,6 +64,14 @@ inline Limb multiply_subtract_row(LimbInWords* r, const LimbInWords* a, std::siz
     return borrow;
 }
 
+// r = a modulo m, for a below 2 m with another limb `top` above. The difference is kept where it did not borrow, or where
+// there was the limb on top; the time does not depend on that.
+inline void reduce_once(Limb* r, const Limb* a, const Limb* m, std::size_t n, Limb top) noexcept {
+    const Limb borrow = subtract(r, a, m, n);
+    const Limb keep = Limb{0} - (borrow & ~top & 1);
+    for (std::size_t i = 0; i < n; ++i) r[i] ^= (r[i] ^ a[i]) & keep;
+}
+
 // r = a shifted left by `bits`, fewer than a limb has; the bits that leave at the top.
 inline Limb shift_left(LimbInWords* r, const LimbInWords* a, std::size_t n, unsigned bits) noexcept {
     if (n == 0) return 0;

@@ -1,5 +1,5 @@
-// What rings in vectors share: residues in digits of `Bits` bits, b = 2^Bits, and two ways to reduce them by Montgomery's
-// step, which adds a multiple of the modulus m that clears the lowest digit t0 of t, and divides by b.
+// What rings in vectors share: residues in digits of `Bits` bits, b = 2^Bits, and three ways to reduce them. Two go by
+// Montgomery's step, which adds a multiple of the modulus m that clears the lowest digit t0 of t, and divides by b.
 //
 // Residues are not kept below the modulus, only so small against b^n, where n is the number of digits, that a product
 // divided by b^n is as small again: nothing is compared or subtracted on the way. Only at the end a residue is reduced
@@ -102,6 +102,33 @@ public:
         for (std::size_t i = 0; ++product[i] == 0;) ++i;
         store_limbs(words.get(), product.get(), words.size());
         to_digits<Bits>(above, size, {words.get(), words.size()}, Bits);
+        return true;
+    }
+};
+
+// With -1/m modulo b^n, for the reduction by all digits at once.
+template <unsigned Bits>
+class WholeModulus : public VectorModulus<Bits> {
+public:
+    using VectorModulus<Bits>::VectorModulus;
+
+    // -1/m mod b^n, by Hensel's lemma: if m x = -1 + B^i e modulo B^(2 i), then x + B^i e x is the inverse modulo that.
+    bool set_inverse(std::uint64_t* digits) const noexcept {
+        const std::size_t size = this->m_.size();
+        WorkLimbs x(size), e(2 * size), ex(2 * size);
+        WorkWords words(size * kWordsPerLimb);
+        if (!x || !e || !ex || !words) return false;
+        std::fill_n(x.get(), size, 0);
+        x[0] = static_cast<Limb>(-inverse_of_odd(this->m_.limbs()[0]));
+        for (std::size_t i = 1, next = 0; i < size; i = next) {
+            next = std::min(2 * i, size);
+            multiply(e.get(), this->m_.limbs(), next, x.get(), i);
+            for (std::size_t at = i; at < next && ++e[at] == 0;) ++at;
+            multiply(ex.get(), x.get(), i, e.get() + i, next - i);
+            std::copy_n(ex.get(), next - i, x.get() + i);
+        }
+        store_limbs(words.get(), x.get(), words.size());
+        to_digits<Bits>(digits, this->count_, {words.get(), words.size()});
         return true;
     }
 };

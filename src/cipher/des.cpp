@@ -1,4 +1,6 @@
 // DES and triple DES (FIPS 46-3, ANSI X9.52). Triple DES goes through the initial and the final permutation once.
+#include "cipher/des.h"
+
 #include "cipher/des_rounds.h"
 #include "cipher/exports.h"
 
@@ -6,7 +8,7 @@ namespace morvane::cipher {
 namespace {
 
 // What the three have in common. Passes runs a state through the key schedules in the order of a direction.
-template <typename Record, typename Passes>
+template <typename Record, typename Passes, BlocksTable<Record, 4>& Table>
 struct DesFamily {
     using Schedule = Record;
     using State = des::State;
@@ -24,7 +26,7 @@ struct DesFamily {
 
     template <Direction D>
     static BlocksFn<Schedule>* blocks() noexcept {
-        return run_blocks<DesFamily, D>;
+        return Table.template get<D>();
     }
 };
 
@@ -47,11 +49,22 @@ struct ThreePasses {
     }
 };
 
-using Des = DesFamily<E_DES_KEY_SCHEDULE, OnePass>;
-using Des3 = DesFamily<E_DES3_KEY_SCHEDULE, ThreePasses>;
-using Des3ThreeKeys = DesFamily<E_DES3_3KEY_SCHEDULE, ThreePasses>;
+using Des = DesFamily<E_DES_KEY_SCHEDULE, OnePass, des_blocks>;
+using Des3 = DesFamily<E_DES3_KEY_SCHEDULE, ThreePasses, des3_blocks>;
+using Des3ThreeKeys = DesFamily<E_DES3_3KEY_SCHEDULE, ThreePasses, des3_3key_blocks>;
+
+template <typename C>
+consteval BlocksTable<typename C::Schedule, 4> des_table() {
+    using Record = typename C::Schedule;
+    return blocks_table<C, DesAvx512<Record>, DesAvx2<Record>, DesSse2<Record>>();
+}
 
 }  // namespace
+
+constinit BlocksTable<E_DES_KEY_SCHEDULE, 4> des_blocks = des_table<Des>();
+constinit BlocksTable<E_DES3_KEY_SCHEDULE, 4> des3_blocks = des_table<Des3>();
+constinit BlocksTable<E_DES3_3KEY_SCHEDULE, 4> des3_3key_blocks = des_table<Des3ThreeKeys>();
+
 }  // namespace morvane::cipher
 
 using morvane::cipher::Des;

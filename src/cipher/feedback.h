@@ -136,17 +136,18 @@ void cfb_decrypt(const typename C::Schedule& schedule, const std::uint8_t* in, s
     const std::size_t step = shift.step_bytes();
     std::size_t steps = len / step;
     const auto encrypt = C::template blocks<Direction::kEncrypt>();
+    const bool direct = shift.is_whole_block() && are_apart(in, out, steps * step);
     Batch batch;
     while (steps != 0) {
         const std::size_t now = std::min(steps, kBatchBytes / kBlockBytes), size = now * kBlockBytes;
-        std::uint8_t* const keys = batch.use(size);
+        std::uint8_t* const keys = direct ? out : batch.use(size);
         if (shift.is_whole_block()) {
             shift.content().store(keys);
             std::memcpy(keys + kBlockBytes, in, size - kBlockBytes);
             shift.shift_in(Block::load(in + size - kBlockBytes));
             encrypt(schedule, keys, keys, now);
-            xor_into(keys, in, size);
-            std::memcpy(out, keys, size);
+            xor_into.get()(keys, in, size);
+            if (!direct) std::memcpy(out, keys, size);
         } else {
             for (std::size_t i = 0; i < now; ++i) {
                 shift.content().store(keys + kBlockBytes * i);

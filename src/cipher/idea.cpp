@@ -1,4 +1,6 @@
 // IDEA (X. Lai, On the Design and Security of Block Ciphers, 1992).
+#include "cipher/idea.h"
+
 #include "base/keep_order.h"
 #include "base/wipe.h"
 #include "cipher/exports.h"
@@ -74,7 +76,7 @@ struct Idea {
 
     template <Direction D>
     static BlocksFn<Schedule>* blocks() noexcept {
-        return run_blocks<Idea, D>;
+        return idea_blocks.get<D>();
     }
 };
 
@@ -131,6 +133,9 @@ void invert_key(std::uint16_t* decrypt, const std::uint16_t* encrypt) noexcept {
 }
 
 }  // namespace
+
+constinit BlocksTable<E_IDEA_KEY_SCHEDULE, 4> idea_blocks = blocks_table<Idea, IdeaAvx512, IdeaAvx2, IdeaSse2>();
+
 }  // namespace morvane::cipher
 
 using morvane::cipher::Idea;

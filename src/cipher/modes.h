@@ -3,12 +3,13 @@
 
 #include "base/wipe.h"
 #include "cipher/cipher.h"
+#include "cipher/xor_into.h"
 
 #include <algorithm>
 
 namespace morvane::cipher {
 
-// How much the modes give a cipher at a time where they need its result aside.
+// How much the modes give a cipher at a time where they work on its result: it stays in the nearest cache.
 inline constexpr std::size_t kBatchBytes = 4096;
 
 // Bytes on the way through a mode, wiped as far as they were used.
@@ -30,11 +31,10 @@ private:
     alignas(64) std::uint8_t bytes_[kBatchBytes];
 };
 
-// to ^= with. The two do not overlap.
-inline void xor_into(std::uint8_t* __restrict to, const std::uint8_t* __restrict with, std::size_t size) noexcept {
-    for (std::size_t i = 0; i < size; i += 8) {
-        store_le(to + i, load_le<std::uint64_t>(to + i) ^ load_le<std::uint64_t>(with + i));
-    }
+// Whether `size` bytes at `a` and at `b` have none in common.
+inline bool are_apart(const std::uint8_t* a, const std::uint8_t* b, std::size_t size) noexcept {
+    const auto first = reinterpret_cast<std::uintptr_t>(a), second = reinterpret_cast<std::uintptr_t>(b);
+    return first < second ? second - first >= size : first - second >= size;
 }
 
 template <BlockCipher C>
@@ -81,15 +81,16 @@ Block<C::kBlockBytes> cbc_decrypt_blocks(const typename C::Schedule& schedule, c
                                          std::size_t count, Block<C::kBlockBytes> chain) {
     constexpr std::size_t kBlockBytes = C::kBlockBytes;
     const auto decrypt = C::template blocks<Direction::kDecrypt>();
+    const bool direct = are_apart(in, out, count * kBlockBytes);
     Batch batch;
     while (count != 0) {
         const std::size_t now = std::min(count, kBatchBytes / kBlockBytes), size = now * kBlockBytes;
-        std::uint8_t* const plain = batch.use(size);
+        std::uint8_t* const plain = direct ? out : batch.use(size);
         decrypt(schedule, in, plain, now);
         (Block<kBlockBytes>::load(plain) ^ chain).store(plain);
-        xor_into(plain + kBlockBytes, in, size - kBlockBytes);
+        xor_into.get()(plain + kBlockBytes, in, size - kBlockBytes);
         chain = Block<kBlockBytes>::load(in + size - kBlockBytes);  // before out, which may be in, is written
-        std::memcpy(out, plain, size);
+        if (!direct) std::memcpy(out, plain, size);
         in += size;
         out += size;
         count -= now;

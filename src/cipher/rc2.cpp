@@ -1,4 +1,6 @@
 // RC2 (RFC 2268).
+#include "cipher/rc2.h"
+
 #include "base/wipe.h"
 #include "cipher/exports.h"
 
@@ -108,7 +110,7 @@ struct Rc2 {
 
     template <Direction D>
     static BlocksFn<Schedule>* blocks() noexcept {
-        return run_blocks<Rc2, D>;
+        return rc2_blocks.get<D>();
     }
 };
 
@@ -134,6 +136,9 @@ void expand_key(E_RC2_KEY_SCHEDULE& schedule, const std::uint8_t* key, std::size
 }
 
 }  // namespace
+
+constinit BlocksTable<E_RC2_KEY_SCHEDULE, 3> rc2_blocks = blocks_table<Rc2, Rc2Avx512, Rc2Avx2>();
+
 }  // namespace morvane::cipher
 
 using morvane::cipher::Rc2;

@@ -1,4 +1,6 @@
 // RC5 with 32-bit words and up to 16 rounds (RFC 2040).
+#include "cipher/rc5.h"
+
 #include "base/wipe.h"
 #include "cipher/exports.h"
 
@@ -54,7 +56,7 @@ struct Rc5 {
 
     template <Direction D>
     static BlocksFn<Schedule>* blocks() noexcept {
-        return run_blocks<Rc5, D>;
+        return rc5_blocks.get<D>();
     }
 };
 
@@ -100,6 +102,9 @@ void expand_key(E_RC5_KEY_SCHEDULE& schedule, const std::uint8_t* key, std::size
 }
 
 }  // namespace
+
+constinit BlocksTable<E_RC5_KEY_SCHEDULE, 3> rc5_blocks = blocks_table<Rc5, Rc5Avx512, Rc5Avx2>();
+
 }  // namespace morvane::cipher
 
 using morvane::cipher::Rc5;

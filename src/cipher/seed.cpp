@@ -1,4 +1,6 @@
 // SEED (RFC 4269).
+#include "cipher/seed.h"
+
 #include "cipher/exports.h"
 #include "cipher/seed_tables.h"
 
@@ -59,7 +61,7 @@ struct Seed {
 
     template <Direction D>
     static BlocksFn<Schedule>* blocks() noexcept {
-        return run_blocks<Seed, D>;
+        return seed_blocks.get<D>();
     }
 };
 
@@ -81,6 +83,9 @@ void expand_key(E_SEED_KEY_SCHEDULE& schedule, const std::uint8_t* key) noexcept
 }
 
 }  // namespace
+
+constinit BlocksTable<E_SEED_KEY_SCHEDULE, 3> seed_blocks = blocks_table<Seed, SeedGfni, SeedAvx2>();
+
 }  // namespace morvane::cipher
 
 using morvane::cipher::Seed;

@@ -44,11 +44,13 @@ Features detect() noexcept {
     if (has(ebx, 29)) result |= kSha;
     if (has(ebx, 3) && has(ebx, 8)) result |= kBmi2;
     if (has(ebx, 19)) result |= kAdx;
+    if (has(ecx, 8)) result |= kGfni;
     if (has(ebx, 5) && (state & kYmmState) == kYmmState) result |= kAvx2;
     const bool avx512 = has(ebx, 16) && has(ebx, 17) && has(ebx, 30) && has(ebx, 31);
     if (avx512 && (state & kZmmState) == kZmmState) {
         result |= kAvx512;
         if (has(ebx, 21)) result |= kIfma;
+        if (has(ecx, 1)) result |= kVbmi;
     }
     return result;
 }

@@ -30,7 +30,9 @@ inline constexpr Features kAvx512 = 1U << 6;  // F, BW, DQ and VL
 inline constexpr Features kIfma = 1U << 7;    // AVX-512: products of 52-bit digits
 inline constexpr Features kAdx = 1U << 8;     // a second carry flag for additions
 inline constexpr Features kClmul = 1U << 9;   // PCLMULQDQ: products of polynomials
-inline constexpr Features kAll = (1U << 10) - 1;
+inline constexpr Features kGfni = 1U << 10;   // products in the field of 256 elements, at every width the others allow
+inline constexpr Features kVbmi = 1U << 11;   // AVX-512: permutations of bytes
+inline constexpr Features kAll = (1U << 12) - 1;
 
 // The features of this processor that the operating system lets programs use.
 Features features() noexcept;

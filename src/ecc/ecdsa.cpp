@@ -28,7 +28,6 @@ Signed ecdsa_sign(Word* r, Word* s, std::int32_t curve, const Word* e, const Wor
 
 namespace {
 
-// Ten times as fast as scalar_invert().
 void invert_vt(Word* r, std::int32_t curve, const Word* a) noexcept {
     Word n[kWords], words[kWords];
     order(n, curve);

@@ -1,6 +1,7 @@
 // Arithmetic modulo the orders of the built-in curves, with Montgomery's reduction by 2^192.
 #include "base/wipe.h"
 #include "ecc/binary.h"
+#include "ecc/inverse.h"
 #include "ecc/secp160r1.h"
 
 #include <algorithm>
@@ -14,9 +15,10 @@ struct Order {
     Limb factor;   // -1 / n modulo the base of limbs
     Limbs one;     // 2^192 mod n
     Limbs square;  // 2^384 mod n
-    Limbs invert;  // n - 2, the exponent
+    Inverter inverter;
 
-    constexpr explicit Order(const Limbs& of) noexcept : n(of), factor(1), one{{1}}, square{}, invert(subtract(of, {{2}})) {
+    constexpr explicit Order(const Constant& of) noexcept
+        : n(of.limbs()), factor(1), one{{1}}, square{}, inverter(of.words) {
         for (unsigned bits = 1; bits < kLimbBits; bits *= 2) factor *= 2 + n.v[0] * factor;
         const auto shift = [this](Limbs x) {
             for (int i = 0; i < 192; ++i) x = below(add(x, x));
@@ -61,8 +63,7 @@ private:
     }
 };
 
-constexpr Order kOrders[] = {Order(Sect163k1::kOrder.limbs()), Order(C2pnb163v1::kOrder.limbs()),
-                             Order(p160::kOrder.limbs())};
+constexpr Order kOrders[] = {Order(Sect163k1::kOrder), Order(C2pnb163v1::kOrder), Order(p160::kOrder)};
 
 const Order* order_of(std::int32_t curve) noexcept {
     return is_built_in(curve) ? &kOrders[(curve - kSect163k1) / 2] : nullptr;
@@ -97,26 +98,8 @@ void scalar_multiply(Word* r, std::int32_t curve, const Word* a, const Word* b) 
     if (o != nullptr) words_of(r, o->multiply(o->multiply(limbs_of(a), limbs_of(b)), o->square));
 }
 
-// a^(n - 2), by four bits of the exponent at a time, which are public.
 void scalar_invert(Word* r, std::int32_t curve, const Word* a) noexcept {
-    constexpr std::size_t kBits = 4;
-    const Order* const o = order_of(curve);
-    if (o == nullptr) return;
-    SecretArray<Limbs, std::size_t{1} << kBits> powers;
-    powers.items[0] = o->one;
-    powers.items[1] = o->multiply(limbs_of(a), o->square);
-    for (std::size_t i = 2; i < powers.items.size(); ++i)
-        powers.items[i] = o->multiply(powers.items[i - 1], powers.items[1]);
-    Word exponent[kWords];
-    words_of(exponent, o->invert);
-    Limbs power = o->one;
-    for (std::size_t at = 164; at != 0;) {
-        at -= kBits;
-        for (std::size_t i = 0; i < kBits; ++i) power = o->multiply(power, power);
-        const Word digit = bits_at(exponent, at, kBits);
-        if (digit != 0) power = o->multiply(power, powers.items[digit]);
-    }
-    words_of(r, o->multiply(power, Limbs{{1}}));
+    if (const Order* const o = order_of(curve)) o->inverter.invert(r, a);
 }
 
 }  // namespace morvane::ecc

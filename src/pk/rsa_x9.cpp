@@ -3,7 +3,7 @@
 #include "bignum/record.h"
 #include "bignum/work_record.h"
 #include "pk/rsa_key.h"
-#include "prime/miller_rabin.h"
+#include "prime/rounds.h"
 #include "prime/sieve.h"
 
 #include <morvane/prime.h>
@@ -104,7 +104,7 @@ bool find_prime(X9Prime& of, Word e, Parity parity) noexcept {
         EN_Add(of.prime.get(), first.get(), distance.get());
         set_normalised_length(*of.prime, words_in(*of.prime));
         if (words_in(*of.prime) > kPrimeWords) return false;  // by less than one chance in 2^2000, for 4800 bits
-        if (suits(*of.prime, e)) verdict = prime::miller_rabin(*of.prime, EN_Random, prime::kRounds);
+        if (suits(*of.prime, e)) verdict = prime::run_rounds(*of.prime, false, EN_Random);
     }
     return verdict == prime::Verdict::kPrime;
 }

@@ -18,6 +18,7 @@ public:
 
     // Room for a candidate and for what is computed on the way to it.
     std::size_t words() const noexcept;
+    std::int32_t bits() const noexcept { return bits_; }
     // False if there is no memory. x is the candidate before or, at first, anything.
     bool next(ENUM& x) const noexcept;
 
@@ -38,6 +39,7 @@ public:
 
     explicit operator bool() const noexcept { return ready_; }
     std::size_t words() const noexcept;
+    std::int32_t bits() const noexcept { return bits_; }
     bool next(ENUM& x) noexcept;
 
 private:

@@ -1,5 +1,6 @@
 // The tests and generators of primes that programs see.
 #include "prime/candidates.h"
+#include "prime/rounds.h"
 
 #include <morvane/prime.h>
 #include <morvane/random.h>
@@ -8,19 +9,40 @@ using namespace morvane::prime;
 
 namespace {
 
-Verdict rounds(const ENUM& n, bool safe, Draw* draw) noexcept {
-    return safe ? miller_rabin_safe(n, draw, kRounds) : miller_rabin(n, draw, kRounds);
+// Whether n / 2 is odd or 2, without which n is no safe prime.
+bool has_odd_half(const ENUM& n) noexcept { return (n.words[0] & 2) != 0 || is_small(n, 5); }
+
+// p = the first candidate that passes all rounds. 0 if there is no memory, else 1.
+template <typename Candidates>
+std::int32_t generate(ENUM& p, Candidates& candidates, bool safe, Draw* draw) noexcept {
+    morvane::bignum::WorkRecord x(candidates.words());
+    Rounds rounds(candidates.words(), draw, candidates.bits() >= static_cast<std::int32_t>(kLongBits));
+    if (!x || !rounds) return 0;
+    Verdict verdict = Verdict::kComposite;
+    while (verdict == Verdict::kComposite) {
+        rounds.clear();
+        do {
+            if (!candidates.next(*x)) return 0;
+            if (!safe || has_odd_half(*x)) rounds.add(*x);
+        } while (!rounds.full());
+        if (!rounds.screen()) return 0;
+        if (rounds.count() == 0) continue;
+        EN_Copy(x.get(), &rounds.number(0));
+        verdict = run_rounds(rounds, *x, safe);
+    }
+    if (verdict == Verdict::kNoMemory) return 0;
+    EN_Copy(&p, x.get());
+    return 1;
 }
 
 std::int32_t generate(ENUM* p, std::int32_t bits, bool safe, Draw* draw) noexcept {
     const PlainCandidates candidates(bits, safe, draw);
-    return search(*p, candidates, [=](const ENUM& x) { return rounds(x, safe, draw); });
+    return generate(*p, candidates, safe, draw);
 }
 
 std::int32_t generate(ENUM* p, std::int32_t bits, const ENUM* step, const ENUM* remainder, bool safe) noexcept {
     SteppedCandidates candidates(bits, *step, remainder, safe, EN_Random);
-    if (!candidates) return 0;
-    return search(*p, candidates, [=](const ENUM& x) { return rounds(x, safe, EN_Random); });
+    return candidates ? generate(*p, candidates, safe, EN_Random) : 0;
 }
 
 std::int32_t is_prime(const ENUM* n, bool safe, Draw* draw) noexcept {

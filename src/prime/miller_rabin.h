@@ -19,17 +19,18 @@ enum class Verdict { kComposite, kPrime, kNoMemory };
 
 inline constexpr int kRounds = 5;
 
+inline bool is_small(const ENUM& n, bignum::Word value) noexcept { return n.length == 1 && n.words[0] == value; }
+inline bool is_even(const ENUM& n) noexcept { return n.length == 0 || (n.words[0] & 1) == 0; }
+
 // The exponent of 2 in n - 1; 0 for an even n.
 std::size_t twos_below(const ENUM& n) noexcept;
 
 // One Miller-Rabin round; kPrime: the base is no witness. Of even numbers only 2 passes. The base is from 1 to n - 1.
 Verdict miller_rabin(const ENUM& n, const ENUM& base) noexcept;
 
-// Rounds with bases of one bit less than n has.
-Verdict miller_rabin(const ENUM& n, Draw* draw, int rounds) noexcept;
-
-// Rounds of n and of n / 2, in turn: n and n / 2 are both prime.
-Verdict miller_rabin_safe(const ENUM& n, Draw* draw, int rounds) noexcept;
+// The same when x = base^(the odd part of n - 1) mod n, normalised, is known. n is odd and above 1; x is used up, and has
+// room for its square's remainder.
+Verdict verdict_of_power(ENUM& x, const ENUM& n) noexcept;
 
 // Whether n, of any size and normalised or not, is prime, or together with n / 2: trial division by the table, then five
 // rounds of what is left undecided.

@@ -13,6 +13,9 @@ namespace morvane::prime {
 // free of that prime too; or also 3, with which (n - 1) / 2 leaves 1.
 enum class RuledOut : std::uint8_t { kZero, kUpToOne, kUpToOneAndHalf };
 
+// Candidates at a time: of the windows of a plain search, one in a hundred has none.
+inline constexpr std::uint32_t kSieveWindow = 512;
+
 // Candidates are x, x + step, x + 2 step and so on. A prime that divides the step has nothing to say: all candidates are
 // alike to it.
 class Sieve {
@@ -43,15 +46,12 @@ public:
     std::uint32_t next() noexcept;
 
 private:
-    // Candidates at a time: of the windows of a plain search, one in a hundred has none.
-    static constexpr std::uint32_t kWindow = 512;
-
     void fill() noexcept;     // the window, from `multiples_`
     void move_on() noexcept;  // to the next window
 
     const Sieve& sieve_;
     SecretArray<std::uint16_t, kPrimes> multiples_;  // the next multiple, in steps from the window's first candidate
-    SecretArray<bool, kWindow + 1> window_;          // true: ruled out; the last one stands for whatever lies beyond
+    SecretArray<bool, kSieveWindow + 1> window_;     // true: ruled out; the last one stands for whatever lies beyond
     std::uint32_t first_ = 0;                        // the window's first candidate
     std::uint32_t at_ = 0;                           // where to look on in the window
 };

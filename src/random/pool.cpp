@@ -89,16 +89,23 @@ void Pool::draw(std::uint8_t* octets, std::int32_t count) noexcept {
     ++counter;
 }
 
-}  // namespace morvane::random
-
-using namespace morvane::random;
-
 namespace {
 
 constinit Pool general_pool{};
 constinit Pool key_pool{};
 
 }  // namespace
+
+void copy_general_pool(Pool& copy) noexcept { copy = general_pool; }
+
+// Each draw and each seed make another digest.
+void restore_general_pool(const Pool& earlier, const Pool& latest) noexcept {
+    if (std::ranges::equal(general_pool.digest, latest.digest)) general_pool = earlier;
+}
+
+}  // namespace morvane::random
+
+using namespace morvane::random;
 
 void RAND_Seed(const std::uint8_t* octets, std::int32_t count) noexcept { general_pool.seed(octets, count); }
 

@@ -27,6 +27,12 @@ private:
     void seed_first() noexcept;
 };
 
+// The general pool as it is.
+void copy_general_pool(Pool& copy) noexcept;
+
+// The general pool as it was, which undoes draws, unless somebody has drawn or seeded since `latest` was copied.
+void restore_general_pool(const Pool& earlier, const Pool& latest) noexcept;
+
 }  // namespace morvane::random
 
 // Stirs octets into the general pool, from which RAND_Bytes draws and through it everything that takes random integers.

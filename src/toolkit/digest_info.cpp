@@ -29,7 +29,7 @@ constexpr Hash kHashes[] = {
 
 constexpr std::uint32_t kMostDigestBytes = E_SHA512_DIGEST_BYTES;
 
-// The digest's length, 0 if there is none.
+// The digest's length, 0 if there is no memory.
 std::uint32_t digest(std::uint8_t* out, K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA& message) noexcept {
     constexpr decltype(E_SHA256)* kSha2[] = {E_SHA256, E_SHA384, E_SHA512};
     if (selector >= K_SIGN_SHA256) {
@@ -46,12 +46,13 @@ std::uint32_t digest(std::uint8_t* out, K_CONTEXT* context, std::uint32_t select
 
 }  // namespace
 
-bool DigestInfo::set(K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA& message) noexcept {
+std::uint32_t DigestInfo::set(K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA& message,
+                              std::uint32_t refused) noexcept {
     const Hash* const hash = std::ranges::find(kHashes, selector, &Hash::selector);
-    if (hash == std::end(kHashes)) return false;
+    if (hash == std::end(kHashes)) return refused;
     std::uint8_t value[kMostDigestBytes];
     const std::uint32_t length = digest(value, context, selector, message);
-    if (length == 0) return false;
+    if (length == 0) return KERR_MEMORY;
     size = 0;
     const auto put = [this](std::size_t octet) { bytes[size++] = static_cast<std::uint8_t>(octet); };
     // SEQUENCE { SEQUENCE { OBJECT IDENTIFIER, NULL }, OCTET STRING }
@@ -63,7 +64,7 @@ bool DigestInfo::set(K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA
     for (std::size_t i = 0; i < hash->oid_size; ++i) put(hash->oid[i]);
     for (const std::size_t octet : {0x05U, 0x00U, 0x04U, length}) put(octet);
     for (std::size_t i = 0; i < length; ++i) put(value[i]);
-    return true;
+    return 0;
 }
 
 }  // namespace morvane::toolkit

@@ -14,8 +14,8 @@ struct DigestInfo {
     std::uint8_t bytes[kMostBytes];
     std::size_t size = 0;
 
-    // False for a selector that is none, and where there is no memory.
-    bool set(K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA& message) noexcept;
+    // 0; `refused` for a selector that is none, or KERR_MEMORY.
+    std::uint32_t set(K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA& message, std::uint32_t refused) noexcept;
 };
 
 }  // namespace morvane::toolkit

@@ -106,7 +106,7 @@ int32_t K_RSASign(K_CONTEXT* context, uint32_t selector, const CSSM_DATA* key, c
                   CSSM_DATA* signature) {
     return operate(context, has_data(key) && has_data(message) && signature != nullptr, [&]() -> std::uint32_t {
         DigestInfo info;
-        if (!info.set(context, selector, *message)) return KERR_SIGN;
+        if (const std::uint32_t code = info.set(context, selector, *message, KERR_SIGN); code != 0) return code;
         return with_key(context, E_ASN1_GetRSAPrivateKey, *key, *signature, KERR_SIGN, 1,
                         [&](std::uint8_t* out, const E_RSA_KEY* rsa) {
                             return E_RSA_Private_Encrypt(out, info.bytes, static_cast<std::int32_t>(info.size), rsa);
@@ -118,9 +118,9 @@ int32_t K_RSAVerify(K_CONTEXT* context, uint32_t selector, const CSSM_DATA* key,
                     const CSSM_DATA* signature) {
     return operate(context, has_data(key) && has_data(message) && has_data(signature), [&]() -> std::uint32_t {
         DigestInfo info;
+        if (const std::uint32_t code = info.set(context, selector, *message, KERR_VERIFY); code != 0) return code;
         RsaKey rsa(E_RSA_Init);
-        const bool valid = info.set(context, selector, *message) && rsa.read(E_ASN1_GetRSAPublicKey, *key) &&
-                           opens_to(info, *signature, rsa.get());
+        const bool valid = rsa.read(E_ASN1_GetRSAPublicKey, *key) && opens_to(info, *signature, rsa.get());
         return valid ? 0 : KERR_VERIFY;
     });
 }

@@ -11,12 +11,18 @@ std::int32_t length_of(const Bytes& key) { return static_cast<std::int32_t>(key.
 
 }  // namespace
 
+// The linker makes the second name of OFB: the objects alone have none.
+#if defined(MORVANE_STATIC)
+#define OFB_DECRYPT(NAME) E_##NAME##_OFB_Encrypt
+#else
+#define OFB_DECRYPT(NAME) E_##NAME##_OFB_Decrypt
+#endif
 #define BLOCK_AND_CBC(NAME) \
     {E_##NAME##_Encrypt, E_##NAME##_Decrypt}, { E_##NAME##_CBC_Encrypt, E_##NAME##_CBC_Decrypt }
 #define ALL_MODES(NAME)                                                    \
     BLOCK_AND_CBC(NAME), {E_##NAME##_ECB_Encrypt, E_##NAME##_ECB_Decrypt}, \
         {E_##NAME##_CFB_Encrypt, E_##NAME##_CFB_Decrypt}, {                \
-        E_##NAME##_OFB_Encrypt, E_##NAME##_OFB_Decrypt                     \
+        E_##NAME##_OFB_Encrypt, OFB_DECRYPT(NAME)                          \
     }
 #define NO_PAD(NAME) \
     { E_##NAME##_CBC_Encrypt_NO_PAD, E_##NAME##_CBC_Decrypt_NO_PAD }
@@ -45,6 +51,7 @@ const std::vector<Cipher> kCiphers = {
      ALL_MODES(RC5)},
 };
 
+#undef OFB_DECRYPT
 #undef BLOCK_AND_CBC
 #undef ALL_MODES
 #undef NO_PAD

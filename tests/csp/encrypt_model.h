@@ -45,8 +45,6 @@ struct Stream : Session {
     Bytes schedule, iv_bytes, key_room;
     CSSM_DATA iv;
     CSSM_KEY key{};
-    CSSM_CONTEXT_ATTRIBUTE given[4] = {
-        {CSP_ATTR_KEY, 0, {}}, {CSP_ATTR_MODE, 0, {}}, {CSP_ATTR_INIT_VECTOR, 0, {}}, {CSP_ATTR_PADDING, 0, {}}};
 
     Stream(const Kind& of, bool decrypts, Random& random)
         : Session(random.below(2) == 0 ? CSP_CONTEXT_SYMMETRIC : CSP_CONTEXT_CIPHER_ALT, of.algorithm),
@@ -67,10 +65,8 @@ struct Stream : Session {
         key.KeyHeader.AlgorithmId = kind.algorithm;
         key.KeyData = {size32(schedule), key_room.data() + shift};
         iv = buffer_of(iv_bytes);  // longer than any block
-        given[0].Attribute.Key = &key;
-        given[1].Attribute.Uint32 = kCspModes[kind.mode];
-        given[2].Attribute.Data = kind.cipher == nullptr || kind.mode == kEcb ? nullptr : &iv;
-        give(given);
+        with(&key).with(CSP_ATTR_MODE, kCspModes[kind.mode]);
+        with(kind.cipher == nullptr || kind.mode == kEcb ? nullptr : &iv).with(CSP_ATTR_PADDING, 0);
     }
     std::int32_t init() { return (decrypting ? CSP_DecryptDataInit : CSP_EncryptDataInit)(100, handle(), nullptr); }
     std::int32_t update(const CSSM_DATA* in, std::size_t ins, const CSSM_DATA* out, std::size_t outs,
@@ -250,8 +246,8 @@ inline bool try_update(Stream& stream, Model& model, Random& random) {
 inline void try_final(Stream& stream, Model& model, Random& random) {
     const bool has_option = random.below(4) != 0, by_library = random.below(2) == 0;
     const std::uint32_t option = has_option ? random.below(12) : 0, block = stream.kind.block();
-    stream.given[3].AttributeType = has_option ? CSP_ATTR_PADDING : 0;
-    stream.given[3].Attribute.Uint32 = option;
+    stream.own[3].AttributeType = has_option ? CSP_ATTR_PADDING : 0;
+    stream.own[3].Attribute.Uint32 = option;
     Bytes memory = random.bytes(block + 10), after = memory;
     CSSM_DATA remainder = {block + 1 + random.below(3), memory.data()};
     if (by_library) remainder = {0, nullptr};

@@ -25,28 +25,28 @@ TEST(CspEncrypt, InitChecksInOrder) {
         {CSP_ERR_KEY_ATTRIBUTE_MISSING, [](Stream&) {}},
         {CSP_ERR_WRONG_CONTEXT_TYPE, [](Stream& s) { s.number_of_attributes = 4; }},
         {CSP_ERR_BAD_KEY, [](Stream& s) { s.context_type = CSP_CONTEXT_SYMMETRIC; }},
-        {CSP_ERR_BAD_KEY, [](Stream& s) { s.given[0].Attribute.Key = &s.key; }},
+        {CSP_ERR_BAD_KEY, [](Stream& s) { s.own[0].Attribute.Key = &s.key; }},
         {CSP_ERR_BAD_KEY, [](Stream& s) { s.key.KeyData.Data = s.key_room.data(); }},
         {CSP_ERR_BAD_KEY, [](Stream& s) { s.key.KeyHeader.BlobType = 2; }},
         {CSP_ERR_BAD_KEY, [](Stream& s) { s.key.KeyHeader.Format = 0; }},
         {CSP_ERR_UNKNOWN_MODE, [](Stream& s) { s.key.KeyHeader.AlgorithmId = CSP_ALG_SHA1; }},
-        {CSP_ERR_UNKNOWN_ALGORITHM, [](Stream& s) { s.given[1].AttributeType = CSP_ATTR_MODE; }},
+        {CSP_ERR_UNKNOWN_ALGORITHM, [](Stream& s) { s.own[1].AttributeType = CSP_ATTR_MODE; }},
         {CSP_ERR_UNKNOWN_MODE, [](Stream& s) { s.algorithm = s.key.KeyHeader.AlgorithmId = CSP_ALG_SEED; }},
-        {CSP_ERR_INIT_VECTOR, [](Stream& s) { s.given[1].Attribute.Uint32 = CSP_MODE_OFB; }},
-        {CSP_ERR_INIT_VECTOR, [](Stream& s) { s.given[2].AttributeType = CSP_ATTR_INIT_VECTOR; }},
-        {CSP_ERR_INIT_VECTOR, [](Stream& s) { s.given[2].Attribute.Data = &s.iv; }},
+        {CSP_ERR_INIT_VECTOR, [](Stream& s) { s.own[1].Attribute.Uint32 = CSP_MODE_OFB; }},
+        {CSP_ERR_INIT_VECTOR, [](Stream& s) { s.own[2].AttributeType = CSP_ATTR_INIT_VECTOR; }},
+        {CSP_ERR_INIT_VECTOR, [](Stream& s) { s.own[2].Attribute.Data = &s.iv; }},
         {CSP_ERR_INIT_VECTOR, [](Stream& s) { s.iv.Data = s.iv_bytes.data(); }},
     };
     for (const bool decrypting : {false, true}) {
         Random random(1);
         Stream stream({CSP_ALG_RC4}, decrypting, random);
         EXPECT_FAILS((decrypting ? CSP_DecryptDataInit : CSP_EncryptDataInit)(100, 0, nullptr), CSP_ERR_NO_CONTEXT);
-        stream.given[1].AttributeType = stream.given[2].AttributeType = 0;
+        stream.own[1].AttributeType = stream.own[2].AttributeType = 0;
         EXPECT_FAILS(stream.init(), CSP_ERR_UNKNOWN_MODE);  // RC4 takes any, but wants one
         stream.context_type = CSP_CONTEXT_MAC;
         stream.algorithm = CSP_ALG_SHA1;
         stream.number_of_attributes = 0;
-        stream.given[0].Attribute.Key = nullptr;
+        stream.own[0].Attribute.Key = nullptr;
         stream.key.KeyHeader.BlobType = stream.key.KeyHeader.Format = 1;
         stream.key.KeyData.Data = nullptr;
         stream.iv = {15, nullptr};
@@ -104,17 +104,17 @@ TEST(CspEncrypt, FinalChecksInOrderAndCanBeRepeated) {
         std::uint32_t written = 0;
         ASSERT_EQ(stream.update(&in, 1, &out, 1, &written), 0);
         model.carried = bytes;
-        stream.given[3].Attribute.Uint32 = 9;
+        stream.own[3].Attribute.Uint32 = 9;
         EXPECT_FAILS(stream.final(&output), CSP_ERR_BAD_DATA);
         output = {8, nullptr};
         EXPECT_FAILS(stream.final(&output), CSP_ERR_BAD_DATA);
         output = {7, room.data()};
         EXPECT_FAILS(stream.final(&output), CSP_ERR_OUTPUT_TOO_SHORT);
-        stream.given[3].Attribute.Uint32 = 6;
-        stream.given[0].AttributeType = 0;
+        stream.own[3].Attribute.Uint32 = 6;
+        stream.own[0].AttributeType = 0;
         EXPECT_FAILS(stream.final(&by_library), CSP_ERR_PRIMITIVE_FAILED);  // the key is gone
         EXPECT_EQ(by_library.Data, nullptr);
-        stream.given[0].AttributeType = CSP_ATTR_KEY;
+        stream.own[0].AttributeType = CSP_ATTR_KEY;
         output.Length = 8;
         EXPECT_EQ(stream.final(&output), 0);
         EXPECT_EQ(room, model.final(6).out);
@@ -135,7 +135,7 @@ TEST(CspEncrypt, AKeyThatIsTooShortOrGoneEndsInFailure) {
         expect_code(stream.update(&three, 1, &room, 1, &written), kept.empty() ? CSP_ERR_PRIMITIVE_FAILED : 0);
         EXPECT_FAILS(stream.update(&whole, 1, &room, 1, &written), CSP_ERR_PRIMITIVE_FAILED);
         ++stream.key.KeyData.Length;
-        stream.given[0].AttributeType = 0;
+        stream.own[0].AttributeType = 0;
         EXPECT_FAILS(stream.update(&whole, 1, &room, 1, &written), CSP_ERR_PRIMITIVE_FAILED);
         EXPECT_EQ(written, 0U);
         EXPECT_EQ(out, Bytes(19, 0xee));
@@ -147,7 +147,7 @@ TEST(CspEncrypt, AtOnceWithASessionOnly) {
     Random random(5);
     for (const bool decrypting : {false, true}) {
         Stream stream(des_cbc(), decrypting, random);
-        stream.given[3].Attribute.Uint32 = 6;
+        stream.own[3].Attribute.Uint32 = 6;
         Bytes in = random.bytes(20), out(20), rest(8);
         const CSSM_DATA from = buffer_of(in), to = buffer_of(out);
         CSSM_DATA remainder = buffer_of(rest);
@@ -161,7 +161,7 @@ TEST(CspEncrypt, AtOnceWithASessionOnly) {
         EXPECT_EQ(Bytes(out.data(), out.data() + written), model.update({from}, {to}).out);
         EXPECT_EQ(rest, model.final(6).out);
 
-        const CSSM_CONTEXT context = {CSP_CONTEXT_SYMMETRIC, CSP_ALG_DES, 0, 4, stream.given};
+        const CSSM_CONTEXT context = {CSP_CONTEXT_SYMMETRIC, CSP_ALG_DES, 0, 4, stream.own};
         EXPECT_FAILS(at_once(0, &context), CSP_ERR_NO_CONTEXT);  // of Update: Init had the context
         stream.key.KeyHeader.Format = 1;
         EXPECT_FAILS(at_once(stream.handle(), &context), CSP_ERR_BAD_KEY);

@@ -12,27 +12,6 @@ namespace {
 
 using namespace morvane::test;
 
-// A context of up to four attributes.
-struct Context {
-    CspSession session{};
-    CSSM_CONTEXT_ATTRIBUTE attributes[4] = {};
-
-    Context(std::uint32_t type, std::uint32_t algorithm) {
-        session.context_type = type;
-        session.algorithm = algorithm;
-        session.attributes = attributes;
-    }
-    CSSM_CONTEXT_ATTRIBUTE& add(std::uint32_t type) {
-        CSSM_CONTEXT_ATTRIBUTE& attribute = attributes[session.number_of_attributes++];
-        attribute.AttributeType = type;
-        return attribute;
-    }
-    Context& with(std::uint32_t type, std::uint32_t value) { return add(type).Attribute.Uint32 = value, *this; }
-    Context& with(CSSM_KEY* key) { return add(CSP_ATTR_KEY).Attribute.Key = key, *this; }
-    Context& with(CSSM_DATA* iv) { return add(CSP_ATTR_INIT_VECTOR).Attribute.Data = iv, *this; }
-    operator CspHandle() { return reinterpret_cast<CspHandle>(&session); }
-};
-
 struct Key : CSSM_KEY {
     Key() : CSSM_KEY{} {}
     ~Key() { CSP_FreeKey(100, nullptr, this); }
@@ -48,7 +27,7 @@ std::int32_t generate_pair(CspHandle handle, Key& public_key, Key& private_key) 
 TEST(CspKeyPair, IsDerOfItsAlgorithm) {
     for (const std::uint32_t algorithm : {40U, 41U, 42U, 43U, 49U, 81U, 90U}) {
         SCOPED_TRACE(algorithm);
-        Context context(CSP_CONTEXT_KEYGEN, algorithm);
+        Session context(CSP_CONTEXT_KEYGEN, algorithm);
         context.with(CSP_ATTR_BLOCK_SIZE, 512);
         Key public_key, private_key;
         ASSERT_EQ(generate_pair(context, public_key, private_key), 0);
@@ -84,21 +63,21 @@ TEST(CspKeyPair, IsDerOfItsAlgorithm) {
 }
 
 TEST(CspKeyPair, ChecksInOrder) {
-    Context context(CSP_CONTEXT_MAC, CSP_ALG_DH);
+    Session context(CSP_CONTEXT_MAC, CSP_ALG_DH);
     Key public_key, private_key;
     const auto call = [&](CspHandle handle, CSSM_KEY* key) {
         return CSP_GenerateKeyPair(100, handle, nullptr, 0, 0, nullptr, key, 0, 0, nullptr, &private_key);
     };
     EXPECT_FAILS(call(0, nullptr), CSP_ERR_NO_CONTEXT);
     EXPECT_FAILS(call(context, nullptr), CSP_ERR_WRONG_CONTEXT_TYPE);
-    context.session.context_type = CSP_CONTEXT_KEYGEN;
+    context.context_type = CSP_CONTEXT_KEYGEN;
     EXPECT_FAILS(call(context, nullptr), CSP_ERR_NULL_POINTER);
     EXPECT_FAILS(call(context, &public_key), CSP_ERR_UNKNOWN_ALGORITHM);
-    context.session.algorithm = CSP_ALG_RSA;
+    context.algorithm = CSP_ALG_RSA;
     EXPECT_FAILS(call(context, &public_key), CSP_ERR_NO_ATTRIBUTE);
     context.with(CSP_ATTR_BLOCK_SIZE, 5000);
     EXPECT_FAILS(call(context, &public_key), CSP_ERR_PRIMITIVE_FAILED);
-    context.attributes[0].Attribute.Uint32 = 512;
+    context.own[0].Attribute.Uint32 = 512;
     std::uint8_t room[60];
     private_key.KeyData = {60, room};
     EXPECT_FAILS(call(context, &public_key), CSP_ERR_OUTPUT_TOO_SHORT);
@@ -112,9 +91,9 @@ TEST(CspWrap, ComesBackWithEveryCipherAndWithRsa) {
     CSSM_DATA iv = {16, iv_bytes.data()};
     const CSSM_DATA label = {16, bytes.data()};
     Key secret;
-    ASSERT_EQ(CSP_GenerateKey(100, Context(CSP_CONTEXT_KEYGEN, CSP_ALG_DES), nullptr, 3, 0, &label, &secret), 0);
+    ASSERT_EQ(CSP_GenerateKey(100, Session(CSP_CONTEXT_KEYGEN, CSP_ALG_DES), nullptr, 3, 0, &label, &secret), 0);
     Key rsa_public, rsa_private;
-    Context pair(CSP_CONTEXT_KEYGEN, CSP_ALG_RSA);
+    Session pair(CSP_CONTEXT_KEYGEN, CSP_ALG_RSA);
     ASSERT_EQ(generate_pair(pair.with(CSP_ATTR_BLOCK_SIZE, 1200), rsa_public, rsa_private), 0);
     for (const std::uint32_t algorithm : {14U, 18U, 20U, 21U, 22U, 23U, 26U, 88U, 40U}) {
         for (const std::uint32_t mode : {2U, 4U, 7U, 10U}) {
@@ -123,10 +102,10 @@ TEST(CspWrap, ComesBackWithEveryCipherAndWithRsa) {
             const bool is_rsa = algorithm == CSP_ALG_RSA;
             if (!is_rsa) {
                 for (Key* const key : {&by, &again}) {
-                    ASSERT_EQ(CSP_GenerateKey(100, Context(CSP_CONTEXT_KEYGEN, algorithm), nullptr, 0, 0, &label, key), 0);
+                    ASSERT_EQ(CSP_GenerateKey(100, Session(CSP_CONTEXT_KEYGEN, algorithm), nullptr, 0, 0, &label, key), 0);
                 }
             }
-            Context wrap(CSP_CONTEXT_SYMMETRIC, algorithm), unwrap(CSP_CONTEXT_CIPHER_ALT, algorithm);
+            Session wrap(CSP_CONTEXT_SYMMETRIC, algorithm), unwrap(CSP_CONTEXT_CIPHER_ALT, algorithm);
             wrap.with(is_rsa ? &rsa_public : &by).with(CSP_ATTR_MODE, mode).with(&iv);
             unwrap.with(is_rsa ? &rsa_private : &again).with(CSP_ATTR_MODE, mode).with(&iv);
             Key wrapped, key;
@@ -147,16 +126,16 @@ TEST(CspWrap, ComesBackWithEveryCipherAndWithRsa) {
             EXPECT_EQ(none.KeyData.Data, nullptr);
         }
     }
-    Context context(CSP_CONTEXT_KEYGEN, CSP_ALG_DES);
+    Session context(CSP_CONTEXT_KEYGEN, CSP_ALG_DES);
     Key wrapped;
     const auto call = [&] { return CSP_WrapKey(100, context, nullptr, nullptr, &secret, &wrapped); };
     EXPECT_FAILS(call(), CSP_ERR_WRONG_CONTEXT_TYPE);
-    context.session.context_type = CSP_CONTEXT_SYMMETRIC;
+    context.context_type = CSP_CONTEXT_SYMMETRIC;
     EXPECT_FAILS(CSP_WrapKey(100, context, nullptr, nullptr, &wrapped, &wrapped), CSP_ERR_BAD_KEY);
     EXPECT_FAILS(call(), CSP_ERR_KEY_ATTRIBUTE_MISSING);
     context.with(&rsa_public);
     EXPECT_FAILS(call(), CSP_ERR_BAD_KEY);
-    context.attributes[0].Attribute.Key = &secret;
+    context.own[0].Attribute.Key = &secret;
     EXPECT_FAILS(call(), CSP_ERR_UNKNOWN_MODE);
     context.with(CSP_ATTR_MODE, CSP_MODE_CBC);
     EXPECT_FAILS(call(), CSP_ERR_INIT_VECTOR);
@@ -164,7 +143,7 @@ TEST(CspWrap, ComesBackWithEveryCipherAndWithRsa) {
 }
 
 TEST(CspDerive, MakesTheKeyOfTheSecret) {
-    Context context(CSP_CONTEXT_KEYGEN, CSP_ALG_DH);
+    Session context(CSP_CONTEXT_KEYGEN, CSP_ALG_DH);
     CSSM_DATA params = {0, nullptr};
     ASSERT_EQ(CSP_GenerateAlgorithmParams(100, context, nullptr, 256, &params), 0);
     E_DH_KEY dh{};
@@ -190,7 +169,7 @@ TEST(CspDerive, MakesTheKeyOfTheSecret) {
     EXPECT_FAILS(call(), CSP_ERR_DERIVE_KEY);
     derived.KeyHeader.AlgorithmId = CSP_ALG_SEED;
     ASSERT_EQ(call(), 0);
-    ASSERT_EQ(CSP_GenerateKey(100, Context(CSP_CONTEXT_KEYGEN, CSP_ALG_SEED), nullptr, 3, 0, &label, &expected), 0);
+    ASSERT_EQ(CSP_GenerateKey(100, Session(CSP_CONTEXT_KEYGEN, CSP_ALG_SEED), nullptr, 3, 0, &label, &expected), 0);
     EXPECT_EQ(derived.data(), expected.data());
     EXPECT_EQ(std::memcmp(&derived.KeyHeader, &expected.KeyHeader, sizeof derived.KeyHeader), 0);
     base.KeyData.Length = 601;
@@ -198,10 +177,10 @@ TEST(CspDerive, MakesTheKeyOfTheSecret) {
     base.KeyData.Length = 24;
     y.assign(20, 0);  // 0^x
     EXPECT_FAILS(call(), CSP_ERR_DH_COMPUTATION);
-    context.session.algorithm = CSP_ALG_RSA;
+    context.algorithm = CSP_ALG_RSA;
     EXPECT_FAILS(call(), CSP_ERR_UNKNOWN_ALGORITHM);
     EXPECT_FAILS(CSP_GenerateAlgorithmParams(100, context, nullptr, 256, &params), CSP_ERR_UNKNOWN_ALGORITHM);
-    context.session.algorithm = CSP_ALG_DSA;
+    context.algorithm = CSP_ALG_DSA;
     EXPECT_FAILS(CSP_GenerateAlgorithmParams(100, context, nullptr, 160, &params), CSP_ERR_PRIMITIVE_FAILED);
 }
 

@@ -11,17 +11,7 @@ using namespace morvane::test;
 
 class CspKey : public testing::Test {
 protected:
-    void begin(std::uint32_t algorithm) {
-        session = Session(CSP_CONTEXT_KEYGEN, algorithm);
-        attributes.clear();
-    }
-    void add(std::uint32_t type, std::uint32_t value, const CSSM_DATE* date = nullptr) {
-        CSSM_CONTEXT_ATTRIBUTE attribute = {type, 0, {value}};
-        if (date != nullptr) attribute.Attribute.Date = date;
-        attributes.push_back(attribute);
-        session.attributes = attributes.data();
-        session.number_of_attributes = static_cast<std::uint32_t>(attributes.size());
-    }
+    void begin(std::uint32_t algorithm) { session = Session(CSP_CONTEXT_KEYGEN, algorithm); }
     std::int32_t generate(const CSSM_DATA* label, CSSM_KEY* key) {
         return CSP_GenerateKey(100, session.handle(), nullptr, 3, 0x20000000, label, key);
     }
@@ -37,7 +27,6 @@ protected:
     }
 
     Session session{0, 0};
-    std::vector<CSSM_CONTEXT_ATTRIBUTE> attributes;
     Bytes bytes = from_hex("000102030405060708090a0b0c0d0e0f");
 };
 
@@ -59,7 +48,7 @@ TEST_F(CspKey, DataIsTheExpandedKey) {
                 {CSP_ALG_RC5, "rc5", 16, 16, CSP_ATTR_ROUNDS, 12}};
     for (const auto& row : rows) {
         begin(row.algorithm);
-        if (row.type != 0) add(row.type, static_cast<std::uint32_t>(row.value));
+        if (row.type != 0) session.with(row.type, static_cast<std::uint32_t>(row.value));
         const bool full = row.type == CSP_ATTR_BLOCK_SIZE;
         Bytes data =
             cipher_named(row.name).scheduled(Bytes(bytes.data(), &bytes[row.key_bytes - 1] + 1), full ? 1024 : row.value);
@@ -75,8 +64,8 @@ TEST_F(CspKey, DataIsTheExpandedKey) {
 TEST_F(CspKey, HeaderSaysWhatItIs) {
     const CSSM_DATE first = {{1, 2}}, last = {{3, 4}};
     begin(CSP_ALG_DES3);
-    add(CSP_ATTR_START_DATE, 0, &first);
-    add(CSP_ATTR_END_DATE, 0, &last);
+    session.add(CSP_ATTR_START_DATE).Attribute.Date = &first;
+    session.add(CSP_ATTR_END_DATE).Attribute.Date = &last;
     const CSSM_DATA label = {16, bytes.data()};
     Bytes room(300, 0xee);
     CSSM_KEY key;
@@ -116,10 +105,10 @@ TEST_F(CspKey, IsRandomWithoutALabel) {
     CSSM_KEY key{};
     begin(CSP_ALG_RC4);
     EXPECT_FAILS(generate(nullptr, &key), CSP_ERR_BAD_KEY);  // how long is not said
-    add(CSP_ATTR_BLOCK_SIZE, 256);
+    session.with(CSP_ATTR_BLOCK_SIZE, 256);
     EXPECT_EQ(generate(nullptr, &key), 0);
     EXPECT_EQ(CSP_FreeKey(100, nullptr, &key), 0);
-    attributes[0].Attribute.Uint32 = 257;
+    session.own[0].Attribute.Uint32 = 257;
     EXPECT_FAILS(generate(nullptr, &key), CSP_ERR_BAD_KEY);
 }
 
@@ -142,7 +131,7 @@ TEST_F(CspKey, ChecksInOrder) {
     key.KeyData.Data = room.data();
     EXPECT_FAILS(generate(&label, &key), CSP_ERR_OUTPUT_TOO_SHORT);
     key.KeyData = {0, nullptr};
-    add(CSP_ATTR_BLOCK_SIZE, 8);
+    session.with(CSP_ATTR_BLOCK_SIZE, 8);
     EXPECT_FAILS(generate(&label, &key), CSP_ERR_BAD_KEY);  // SEED has no such keys
     EXPECT_EQ(key.KeyData.Data, nullptr);
     EXPECT_FAILS(CSP_FreeKey(100, nullptr, nullptr), CSP_ERR_NULL_POINTER);

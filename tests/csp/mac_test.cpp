@@ -15,14 +15,12 @@ using namespace morvane::test;
 struct Mac : Session {
     Bytes data;
     CSSM_KEY key{};
-    CSSM_CONTEXT_ATTRIBUTE attribute[1] = {{CSP_ATTR_KEY, 0, {}}};
 
     Mac(std::uint32_t of, Bytes key_data) : Session(CSP_CONTEXT_MAC, of), data(std::move(key_data)) {
         key.KeyHeader.AlgorithmId = of;
         if (of != CSP_ALG_MD5) key.KeyHeader.BlobType = key.KeyHeader.KeyClass = 2;
         key.KeyData = {size32(data), data.data()};
-        attribute[0].Attribute.Key = &key;
-        give(attribute);
+        with(&key);
     }
     std::int32_t init() { return CSP_GenerateMacInit(100, handle(), nullptr); }
     std::int32_t final(CSSM_DATA& mac) { return CSP_GenerateMacFinal(0xffffffff, handle(), &mac); }
@@ -87,7 +85,7 @@ TEST(CspMac, InitChecksInOrder) {
         {CSP_ERR_WRONG_CONTEXT_TYPE, [](Mac&) {}},
         {CSP_ERR_KEY_ATTRIBUTE_MISSING, [](Mac& mac) { mac.context_type = CSP_CONTEXT_MAC; }},
         {CSP_ERR_BAD_KEY, [](Mac& mac) { mac.number_of_attributes = 1; }},
-        {CSP_ERR_BAD_KEY, [](Mac& mac) { mac.attribute[0].Attribute.Key = &mac.key; }},
+        {CSP_ERR_BAD_KEY, [](Mac& mac) { mac.own[0].Attribute.Key = &mac.key; }},
         {CSP_ERR_BAD_KEY, [](Mac& mac) { mac.key.KeyData.Data = mac.data.data(); }},
         {CSP_ERR_BAD_KEY, [](Mac& mac) { mac.key.KeyHeader.BlobType = 2; }},
         {CSP_ERR_BAD_KEY, [](Mac& mac) { mac.key.KeyHeader.Format = 0; }},
@@ -100,7 +98,7 @@ TEST(CspMac, InitChecksInOrder) {
         Mac mac(CSP_ALG_SEED, Bytes(256));
         mac.context_type = CSP_CONTEXT_DIGEST;
         mac.number_of_attributes = 0;
-        mac.attribute[0].Attribute.Key = nullptr;
+        mac.own[0].Attribute.Key = nullptr;
         mac.key.KeyHeader = {};
         mac.key.KeyHeader.Format = 1;
         mac.key.KeyData = {255, nullptr};
@@ -117,7 +115,7 @@ TEST(CspMac, InitChecksInOrder) {
     Mac md5(CSP_ALG_MD5, Bytes(5));
     md5.key.KeyData.Data = nullptr;
     EXPECT_FAILS(md5.init(), CSP_ERR_BAD_KEY);
-    md5.attribute[0].Attribute.Key = nullptr;
+    md5.own[0].Attribute.Key = nullptr;
     EXPECT_FAILS(md5.init(), CSP_ERR_BAD_KEY);
 }
 
@@ -148,7 +146,7 @@ TEST(CspMac, UpdateAndFinalsCheckInOrder) {
     ASSERT_EQ(mac.init(), 0);
     const CSSM_DATA buffers[] = {{3, room.data()}, {0, nullptr}, {8, nullptr}};
     EXPECT_FAILS(CSP_GenerateMacUpdate(100, mac.handle(), buffers, 3), CSP_ERR_BAD_DATA);
-    mac.attribute[0].AttributeType = 0;
+    mac.own[0].AttributeType = 0;
     EXPECT_FAILS(CSP_GenerateMacUpdate(100, mac.handle(), &good, 1), CSP_ERR_PRIMITIVE_FAILED);  // the key is gone
     EXPECT_FAILS(mac.final(good), CSP_ERR_PRIMITIVE_FAILED);
     EXPECT_FAILS(CSP_VerifyMacFinal(100, mac.handle(), &good), CSP_ERR_PRIMITIVE_FAILED);
@@ -256,7 +254,7 @@ TEST(CspMac, AtOnceWithASessionOnly) {
     room[7] ^= 1;
     EXPECT_EQ(CSP_VerifyMac(100, mac.handle(), nullptr, &buffer, 1, &output), -1);
 
-    const CSSM_CONTEXT context = {CSP_CONTEXT_MAC, CSP_ALG_DES, 0, 1, mac.attribute};
+    const CSSM_CONTEXT context = {CSP_CONTEXT_MAC, CSP_ALG_DES, 0, 1, mac.own};
     for (const auto& [handle, code] : {std::pair{CspHandle{0}, CSP_ERR_NO_CONTEXT}, {mac.handle(), CSP_ERR_KEY_CLASS}}) {
         mac.key.KeyHeader.KeyClass = handle == 0 ? 2 : 1;
         EXPECT_FAILS(CSP_GenerateMac(100, handle, &context, &buffer, 1, &output), code);

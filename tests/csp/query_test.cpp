@@ -5,27 +5,16 @@ namespace {
 
 using namespace morvane::test;
 
-// What an attribute says of its length is never read.
-CSSM_CONTEXT_ATTRIBUTE number(std::uint32_t type, std::uint32_t value) { return {type, 0xdeadbeef, {value}}; }
-
-CSSM_CONTEXT_ATTRIBUTE key_attribute(CSSM_KEY* key) {
-    CSSM_CONTEXT_ATTRIBUTE attribute = number(CSP_ATTR_KEY, 0);
-    attribute.Attribute.Key = key;
-    return attribute;
-}
-
 TEST(CspRandom, ChecksInOrder) {
-    const CSSM_CONTEXT_ATTRIBUTE attributes[] = {number(CSP_ATTR_MODE, 1), number(CSP_ATTR_OUTPUT_SIZE, 16),
-                                                 number(CSP_ATTR_OUTPUT_SIZE, 1)};
     Session session(CSP_CONTEXT_DIGEST, CSP_ALG_SHA1);
     const auto request = [&](CSSM_DATA* output) { return CSP_GenerateRandom(100, session.handle(), nullptr, output); };
     EXPECT_FAILS(CSP_GenerateRandom(100, 0, nullptr, nullptr), CSP_ERR_NO_CONTEXT);
     EXPECT_FAILS(request(nullptr), CSP_ERR_WRONG_CONTEXT_TYPE);
     session.context_type = CSP_CONTEXT_RANDOM;
     EXPECT_FAILS(request(nullptr), CSP_ERR_NO_OUTPUT_SIZE);  // the look-up's own code has been replaced
-    session.give(attributes, 1);
+    session.with(CSP_ATTR_MODE, 1);
     EXPECT_FAILS(request(nullptr), CSP_ERR_NO_OUTPUT_SIZE);
-    session.give(attributes);
+    session.with(CSP_ATTR_OUTPUT_SIZE, 16).with(CSP_ATTR_OUTPUT_SIZE, 1);
     EXPECT_FAILS(request(nullptr), CSP_ERR_NULL_POINTER);
     Bytes room(16, 0xee);
     CSSM_DATA one_short = {15, room.data()}, exact = {16, room.data()};  // of the first of the two sizes
@@ -55,14 +44,12 @@ TEST(CspQuerySize, ReportsTheBlockLengthTwiceWhateverTheContextType) {
 TEST(CspQuerySizeInBits, ReadsTheHeaderAndTheDataOfTheKeyOrTheAttribute) {
     Bytes data(16);
     CSSM_KEY key{}, other{};
-    const CSSM_CONTEXT_ATTRIBUTE attributes[] = {key_attribute(&other), key_attribute(&key)},
-                                 no_key[] = {key_attribute(nullptr)};
     Session session(0, 0);
     CspSizePair sizes{};
     const auto query = [&](CSSM_KEY* of, CspSizePair* to) { return CSP_QuerySizeInBits(100, session.handle(), of, to); };
     EXPECT_FAILS(CSP_QuerySizeInBits(100, 0, nullptr, nullptr), CSP_ERR_NO_CONTEXT);
     EXPECT_FAILS(query(nullptr, nullptr), CSP_ERR_NO_KEY);
-    session.give(no_key);
+    session.with(static_cast<CSSM_KEY*>(nullptr));
     EXPECT_FAILS(query(nullptr, nullptr), CSP_ERR_NO_KEY);
     EXPECT_FAILS(query(&key, nullptr), CSP_ERR_BAD_KEY);
     key.KeyHeader.LogicalKeySizeInBits = 56;
@@ -72,7 +59,8 @@ TEST(CspQuerySizeInBits, ReadsTheHeaderAndTheDataOfTheKeyOrTheAttribute) {
     EXPECT_FAILS(query(&key, nullptr), CSP_ERR_NULL_POINTER);
     EXPECT_EQ(query(&key, &sizes), 0);
     EXPECT_TRUE(sizes.first == 56 && sizes.second == 128);
-    session.give(attributes);
+    session.own[0].Attribute.Key = &other;
+    session.with(&key);
     EXPECT_EQ(query(nullptr, &sizes), 0);
     EXPECT_TRUE(sizes.first == 41 && sizes.second == 40);
 }

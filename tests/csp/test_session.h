@@ -22,11 +22,19 @@ struct Session : CspSession {
         algorithm = of_algorithm;
     }
     CspHandle handle() { return reinterpret_cast<CspHandle>(static_cast<CspSession*>(this)); }
-    template <std::size_t Count>
-    void give(const CSSM_CONTEXT_ATTRIBUTE (&all)[Count], std::size_t count = Count) {
-        attributes = all;
-        number_of_attributes = static_cast<std::uint32_t>(count);
+    CSSM_CONTEXT_ATTRIBUTE& add(std::uint32_t type) {
+        attributes = own;
+        CSSM_CONTEXT_ATTRIBUTE& attribute = own[number_of_attributes++];
+        attribute.AttributeType = type;
+        attribute.AttributeLength = 0xdeadbeef;  // never read
+        return attribute;
     }
+    Session& with(std::uint32_t type, std::uint32_t value) { return add(type).Attribute.Uint32 = value, *this; }
+    Session& with(CSSM_KEY* key) { return add(CSP_ATTR_KEY).Attribute.Key = key, *this; }
+    Session& with(CSSM_DATA* iv) { return add(CSP_ATTR_INIT_VECTOR).Attribute.Data = iv, *this; }
+    operator CspHandle() { return handle(); }
+
+    CSSM_CONTEXT_ATTRIBUTE own[6] = {};
 };
 
 }  // namespace morvane::test

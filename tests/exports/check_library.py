@@ -21,9 +21,16 @@ def output(*command):
     return subprocess.run(command, capture_output=True, text=True, check=True).stdout
 
 
+def needed(program):
+    """The libraries that a program or a library asks its system for."""
+    if program.endswith((".dll", ".exe")):
+        return re.findall(r"DLL Name: (\S+)", output("objdump", "-p", program))
+    return re.findall(r"\(NEEDED\).*\[(.*)\]", output("readelf", "-dW", program))
+
+
 def check_dll(library):
     listing = output("objdump", "-p", library)
-    for dll in re.findall(r"DLL Name: (\S+)", listing):
+    for dll in needed(library):
         if dll.lower() not in DLLS:
             yield f"imports {dll}"
     for flag in ("DYNAMIC_BASE", "NX_COMPAT"):
@@ -39,9 +46,9 @@ def check_elf(library):
     expected = os.path.basename(library).split(".so")[0] + ".so."
     if not soname or not re.fullmatch(re.escape(expected) + r"\d+", soname[1]):
         yield f"SONAME is {soname and soname[1]}"
-    for needed in re.findall(r"\(NEEDED\).*\[(.*)\]", listing):
-        if not ELF_NEEDS.match(needed):
-            yield f"needs {needed}"
+    for name in needed(library):
+        if not ELF_NEEDS.match(name):
+            yield f"needs {name}"
     runpath = re.search(r"\(RUNPATH\).*\[(.*)\]", listing)
     if runpath and runpath[1] != "$ORIGIN":
         yield f"looks for libraries in {runpath[1]}"

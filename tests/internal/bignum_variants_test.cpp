@@ -2,6 +2,7 @@
 #include "bignum/kernel_variants.h"
 #include "bignum/odd_modulus.h"
 #include "bignum/power_engines.h"
+#include "bignum/power_lanes.h"
 #include "bignum/product.h"
 #include "bignum/rows.h"
 #include "internal/each_row.h"
@@ -19,11 +20,11 @@ using Limbs = std::vector<Limb>;
 
 constexpr std::uint32_t kSeed = 20302;
 
-// Lengths in words: each one that code for short numbers may treat on its own, and a few around the frames' size.
+// Lengths in words: each one that code for short numbers may treat on its own, and a few around the frames' sizes.
 std::vector<std::size_t> lengths() {
     std::vector<std::size_t> all(40);
     std::iota(all.begin(), all.end(), 1);
-    all.insert(all.end(), {64, 128, 150, 160});
+    all.insert(all.end(), {64, 128, 150, 160, 225});
     return all;
 }
 
@@ -80,6 +81,62 @@ TEST(BignumVariants, MultiplyAndSquareAlike) {
     }
 }
 
+// u = q d + d - 1: the greatest remainder that there is. Shaped quotients and divisors make estimates too large.
+TEST(BignumVariants, DivideWhatWasMultiplied) {
+    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
+    Random random(kSeed);
+    for (const std::size_t n : lengths()) {
+        for (const std::size_t q_size : {n, 1 + n / 3, 2 * n + 1}) {
+            const Limbs q = shaped_limbs(random, q_size);
+            Limbs d = shaped_limbs(random, n), u(n + q_size);
+            d.back() |= Limb{1} << (kLimbBits - 1);
+            multiply_plain(u.data(), q.data(), q_size, d.data(), n);
+            Limbs remainder = d;
+            --remainder[0];
+            if (d[0] == 0) continue;
+            Limb carry = add(u.data(), u.data(), remainder.data(), n);
+            for (std::size_t i = n; i < u.size(); ++i) carry = add(&u[i], &u[i], &carry, 1);
+            with_each_row(multiply_variants, [&](MultiplyFn*) {
+                Limbs found = junk(q_size + 1), left = u, only_left = u;
+                divide(found.data(), left.data(), left.size(), d.data(), n);
+                divide(nullptr, only_left.data(), left.size(), d.data(), n);
+                ASSERT_EQ(found.back(), junk(1)[0]);
+                found.pop_back();
+                ASSERT_EQ(found, q) << n << " limbs";
+                ASSERT_EQ(only_left, left);
+                left.resize(n);
+                ASSERT_EQ(left, remainder) << n << " limbs";
+            });
+        }
+    }
+}
+
+TEST(BignumVariants, ApplyRunsAlike) {
+    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
+    Random random(kSeed);
+    for (std::size_t n = 1; n < 24; ++n) {
+        for (int i = 0; i < 8; ++i) {
+            // The greatest sums of coefficients in half of the runs.
+            const Limbs factors = shaped_limbs(random, 4);
+            const auto other = [&](Limb f, Limb any) { return i % 2 == 0 ? Limb{0} - f : any & ~f; };
+            const lehmer::Run run{factors[0], other(factors[0], factors[1]), factors[2], other(factors[2], factors[3]), 0};
+            const Limbs u = i < 2 ? Limbs(n, ~Limb{0}) : shaped_limbs(random, n), v = shaped_limbs(random, n);
+            for (const std::size_t dropped : {std::size_t{0}, std::size_t{1}}) {
+                Limbs plain_u = u, plain_v = v;
+                const lehmer::Carries carries = lehmer::apply_plain(run, plain_u.data(), plain_v.data(), n, dropped);
+                with_each_row(apply_variants, [&](ApplyFn* apply) {
+                    Limbs r = u, s = v;
+                    const lehmer::Carries found = apply(run, r.data(), s.data(), n, dropped);
+                    ASSERT_EQ(found.u, carries.u) << n << " limbs";
+                    ASSERT_EQ(found.v, carries.v) << n << " limbs";
+                    ASSERT_EQ(r, plain_u) << n << " limbs, " << dropped;
+                    ASSERT_EQ(s, plain_v) << n << " limbs, " << dropped;
+                });
+            }
+        }
+    }
+}
+
 TEST(BignumVariants, ReduceAlike) {
     SCOPED_TRACE(testing::Message() << "seed " << kSeed);
     Random random(kSeed);
@@ -118,7 +175,7 @@ TEST(BignumVariants, ComputeThePowersOfDivision) {
     Random random(kSeed);
     for (const std::size_t n : lengths()) {
         const std::vector<Words> all = moduli(random, n);
-        for (std::size_t i = 0; i < all.size(); ++i) {
+        for (std::size_t i = 0; i < (n < 200 ? all.size() : 1); ++i) {
             const std::size_t e_words = n < 20 ? 1 + i % 3 : 1 + i % 2;
             std::array<Words, 2> bases, exponents, expected, results;
             std::array<Power, 2> powers;
@@ -148,6 +205,26 @@ TEST(BignumVariants, ComputeThePowersOfDivision) {
                 ASSERT_TRUE(e_words > 1 ? run(powers) : power_mod_pair(powers));
                 ASSERT_EQ(results, expected);
             });
+
+            // As many as there are lanes; all of one base, too.
+            const std::size_t count = 2 + i % (kLanePowers - 1);
+            for (const Words& base : {bases[0], Words{2}}) {
+                std::vector<Words> lanes(count, Words(n + 1, 0x5aa55aa5)), alone = lanes;
+                std::vector<Power> together;
+                for (std::size_t s = 0; s < count; ++s) {
+                    const bool second = base.size() != 1 && s % 2 != 0;
+                    together.push_back(
+                        {second ? bases[1] : base, exponents[s % 2], powers[s % 2].modulus, alone[s].data()});
+                    ASSERT_TRUE(power_division(together[s]));
+                    together[s].result = lanes[s].data();
+                }
+                with_each_row(power_lanes, [&](PowerLanesFn* run) {
+                    lanes.assign(count, Words(n + 1, 0x5aa55aa5));
+                    for (std::size_t s = 0; s < count; ++s) together[s].result = lanes[s].data();
+                    ASSERT_TRUE(run(together));
+                    ASSERT_EQ(lanes, alone);
+                });
+            }
 
             Words factor(n), product(2 * n), both(n);
             ASSERT_TRUE(power_division({bases[1], exponents[1], powers[0].modulus, factor.data()}));

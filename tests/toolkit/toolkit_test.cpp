@@ -29,10 +29,6 @@ TEST_F(Toolkit, ContextIsMadeReadyOnceAndTakenBack) {
 
     EXPECT_EQ(K_KCCInit(nullptr), -1);
     K_KCCTerm(nullptr);
-    failing = 0;
-    EXPECT_EQ(K_KCCInit(context), -1);
-    EXPECT_EQ(context->last_error, std::uint32_t{KERR_MEMORY});
-    EXPECT_EQ(context->crypto, nullptr);
     EXPECT_EQ(K_KCCInit(context), 0);
 }
 
@@ -53,12 +49,6 @@ TEST_F(Toolkit, HashesBySelector) {
         EXPECT_EQ(context->last_error, std::uint32_t{KERR_DIGEST_INIT});
         EXPECT_EQ(output.Data, nullptr);
     }
-    fail_each_allocation([&](int n) {
-        const std::int32_t code = K_GenHash(context, K_HASH_SHA1, &input, &output);
-        if (code == 0) return taken(output).size() == 20;
-        EXPECT_EQ(code, n == 2 ? KERR_OUTPUT_ALLOC : KERR_MEMORY);
-        return false;
-    });
 }
 
 TEST_F(Toolkit, RefusesNullAndUnreadyContexts) {
@@ -133,14 +123,6 @@ TEST_F(Toolkit, WtlsFieldsOfWhatIsNoKey) {
     ASSERT_EQ(to_wtls(nullptr, 5), 1U);
     EXPECT_EQ(exponent_length + modulus_length, 0);
     free_fields();
-    fail_each_allocation([&](int n) {
-        const std::uint32_t code = to_wtls(der.data(), size32(der));
-        EXPECT_EQ(exponent != nullptr, n > 0) << "handed out although the modulus fails";
-        EXPECT_EQ(modulus != nullptr, code == 1);
-        EXPECT_EQ(std::exchange(context->last_error, 0), code == 1 ? 0 : std::uint32_t{KERR_MEMORY});
-        free_fields();
-        return code == 1;
-    });
 
     const Bytes field(601, 0xff);
     const auto to_der = [&](std::uint16_t e_bytes, std::uint16_t n_bytes) {
@@ -149,12 +131,6 @@ TEST_F(Toolkit, WtlsFieldsOfWhatIsNoKey) {
     EXPECT_EQ(to_der(5, 600), 0xffffffffU);
     EXPECT_EQ(to_der(4, 601), 0xffffffffU);
     EXPECT_EQ(context->last_error, 0U);
-    fail_each_allocation([&](int) {
-        const std::uint32_t code = to_der(4, 600);
-        EXPECT_EQ(std::exchange(context->last_error, 0), code == 1 ? 0 : std::uint32_t{KERR_MEMORY});
-        K_free(context, key);
-        return code == 1;
-    });
     ASSERT_EQ(K_WTLSPublicKey2RSA(context, nullptr, 0, nullptr, 0, &key, &key_length), 1U);
     EXPECT_EQ(to_hex(key, key_length), "3006020100020100");
     K_free(context, key);
@@ -172,21 +148,12 @@ TEST_F(Toolkit, MakesMacsBySelector) {
     const Bytes macs[] = {des_mac, des_mac, md5_mac};
     for (std::uint32_t selector = 0; selector < 3; ++selector) {
         CSSM_DATA mac = {9, nullptr};
-        fail_each_allocation([&](int) {
-            const std::int32_t code = K_GenMac(context, selector, &key_data, &message_data, &mac);
-            EXPECT_EQ(context->last_error, static_cast<std::uint32_t>(code));
-            if (code == 0) return taken(mac) == macs[selector];
-            EXPECT_EQ(code, KERR_MEMORY);
-            EXPECT_EQ(mac.Data, nullptr);
-            return false;
-        });
+        EXPECT_EQ(K_GenMac(context, selector, &key_data, &message_data, &mac), 0);
+        EXPECT_EQ(taken(mac), macs[selector]);
         Bytes expected = macs[selector];
         const CSSM_DATA expected_data = view(expected);
-        fail_each_allocation([&](int) {
-            const std::int32_t code = K_VerifyMac(context, selector, &key_data, &message_data, &expected_data);
-            EXPECT_TRUE(code == 0 || code == KERR_MEMORY);
-            return code == 0;
-        });
+        EXPECT_EQ(K_VerifyMac(context, selector, &key_data, &message_data, &expected_data), 0);
+        EXPECT_EQ(context->last_error, 0U);
         expected.back() ^= 1;
         const CSSM_DATA wrong = selector == K_MAC_MD5 ? view(expected) : CSSM_DATA{7, expected.data()};
         EXPECT_EQ(K_VerifyMac(context, selector, &key_data, &message_data, &wrong), KERR_MAC_VERIFY);
@@ -237,14 +204,6 @@ TEST_F(Toolkit, RandomBytesAreThoseOfTheSelectedGenerator) {
         }
         K_free(context, random);
     }
-    fail_each_allocation([&](int) {
-        std::uint8_t* random = state.data();
-        const std::int32_t code = K_GenRandom(context, 0, 32, &random);
-        EXPECT_TRUE(code == 0 || code == KERR_MEMORY);
-        EXPECT_EQ(random != nullptr, code == 0);
-        K_free(context, random);
-        return code == 0;
-    });
     std::uint8_t* random = state.data();
     context->last_error = 77;
     EXPECT_EQ(K_GenRandom(context, 2, 5, &random), -1);

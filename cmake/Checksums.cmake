@@ -1,0 +1,12 @@
+# Run by CPack before it packs an archive: puts SHA256SUMS, as `sha256sum --check` reads it, beside what is packed.
+if(CPACK_GENERATOR MATCHES "ZIP|TGZ")
+  set(root ${CPACK_TEMPORARY_DIRECTORY})
+  file(GLOB_RECURSE files LIST_DIRECTORIES false RELATIVE ${root} ${root}/*)
+  list(REMOVE_ITEM files SHA256SUMS)
+  set(sums "")
+  foreach(name IN LISTS files)
+    file(SHA256 ${root}/${name} sum)
+    string(APPEND sums "${sum}  ${name}\n")
+  endforeach()
+  file(WRITE ${root}/SHA256SUMS "${sums}")
+endif()
