@@ -76,6 +76,7 @@ std::int32_t sign(Word* r, Word* s, std::int32_t curve, const TORVA_V1_OPAQUE8* 
         draw(k, curve, E_GenerateRandom_X962);
         result = ecdsa_sign(r, s, curve, e, d, k);
     }
+    wipe_stack_below<kScalarStack>();
     declare_known(r, kWords);
     declare_known(s, kWords);
     return result == Signed::kYes ? 0 : kCannotSign;

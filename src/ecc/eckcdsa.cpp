@@ -82,6 +82,7 @@ std::int32_t sign(Signature& signature, std::int32_t curve, const TORVA_V1_OPAQU
         draw(k, curve, E_GenerateRandom_ECKCDSA);
         result = sign_with(signature, curve, h, d, k);
     }
+    wipe_stack_below<kScalarStack>();
     return result == Signed::kYes ? 0 : kCannotSign;
 }
 

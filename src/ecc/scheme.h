@@ -21,6 +21,9 @@ struct Scalar : SecretArray<Word, kWords> {
     operator const Word*() const noexcept { return items.data(); }
 };
 
+// What arithmetic modulo an order uses of the stack, with copies of its operands.
+inline constexpr std::size_t kScalarStack = 1024;
+
 inline constexpr std::size_t kOrderOctets = 21;  // of n, on all three curves
 inline constexpr std::size_t kMostCoordinateOctets = 21;
 
