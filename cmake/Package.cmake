@@ -62,6 +62,8 @@ if(MORVANE_BUILD_TOOLS)
       set_target_properties(morvane PROPERTIES INSTALL_RPATH $ORIGIN/../${CMAKE_INSTALL_LIBDIR})
     endif()
     install(FILES ${PROJECT_SOURCE_DIR}/docs/morvane.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+    install(FILES ${PROJECT_SOURCE_DIR}/tools/completion/morvane.bash
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME morvane COMPONENT tools)
   endif()
   install(TARGETS morvane RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 endif()
