@@ -7,8 +7,8 @@
 #include "output.h"
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
-#include <cstdio>
 
 namespace morvane::tool {
 namespace {
@@ -58,13 +58,16 @@ SpeedRows chosen_rows(const Arguments& names) {
 }
 
 std::string line_of(const SpeedRow& row, double rate, std::size_t width) {
-    char text[80];
-    const auto columns = static_cast<int>(width);
-    if (row.bytes == 0) {
-        std::snprintf(text, sizeof text, "%-*s %6s %12.1f operations/s\n", columns, row.name.c_str(), "-", rate);
-    } else {
-        std::snprintf(text, sizeof text, "%-*s %6zu %12.1f MB/s\n", columns, row.name.c_str(), row.bytes, rate);
-    }
+    char number[32];
+    const auto end = std::to_chars(number, number + sizeof number, rate, std::chars_format::fixed, 1).ptr;
+    const auto right = [](std::string_view cell, std::size_t columns) {
+        return std::string(columns - std::min(columns, cell.size()), ' ').append(cell);
+    };
+    std::string text(row.name);
+    text.resize(width + 1, ' ');
+    text += right(row.bytes == 0 ? "-" : std::to_string(row.bytes), 6);
+    text += right({number, end}, 13);
+    text += row.bytes == 0 ? " operations/s\n" : " MB/s\n";
     return text;
 }
 
