@@ -41,8 +41,8 @@ public:
     // r = t / B^size mod m for the 2 * size limbs of t, which are used up; t is below m B^size.
     void reduce(Limb* r, Limb* t) const noexcept { montgomery_reduce(r, t, limbs_.get(), limbs_.size(), minus_inverse_); }
 
-    // r = 2^bits mod m, as many words as the modulus has, for bits of at least size() limbs. By a division, which is
-    // quicker, if everybody may know the modulus. False if there is no memory.
+    // r = 2^bits mod m, as many words as the modulus has. By a division, which is quicker, if everybody may know the
+    // modulus. False if there is no memory.
     bool power_of_two(Word* r, std::size_t bits, bool is_known) const noexcept {
         if (!is_known) return power_of_two_by_squares(r, bits);
         WorkWords power(std::max(bits / 32 + 1, words_.size()));
@@ -61,10 +61,11 @@ private:
         WorkLimbs product(2 * size);
         if (!x || !product) return false;
         std::fill_n(x.get(), size, 0);
-        x[top_bit / kLimbBits] = Limb{1} << top_bit % kLimbBits;  // below m, which is odd and has that bit
-        for (std::size_t i = top_bit; i < kLimbBits * size; ++i) twice(x.get(), product.get());
-        // x is 1 in Montgomery's form: 2^exponent, in that form, is 2^bits.
-        const std::size_t exponent = bits - kLimbBits * size;
+        const std::size_t start = std::min(bits, top_bit);
+        x[start / kLimbBits] = Limb{1} << start % kLimbBits;  // below m, which is odd and has the top bit
+        for (std::size_t i = start; i < std::min(bits, kLimbBits * size); ++i) twice(x.get(), product.get());
+        // 2^(kLimbBits size) is 1 in Montgomery's form: 2^exponent, in that form, is 2^bits.
+        const std::size_t exponent = bits - std::min(bits, kLimbBits * size);
         for (std::size_t bit = std::bit_floor(exponent); bit != 0; bit >>= 1) {
             square(product.get(), x.get(), size);
             reduce(x.get(), product.get());
