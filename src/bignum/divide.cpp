@@ -112,7 +112,7 @@ void divide(Limb* q, Limb* u, std::size_t u_size, const Limb* d, std::size_t d_s
     const bool by_halves = std::min(q_size, d_size) >= kManyLimbs;
     WorkLimbs space(by_halves ? d_size : 0);
     WorkLimbs unwanted(by_halves && q == nullptr ? q_size : 0);
-    if (!by_halves || !space || !unwanted) return divide_by_rows(q, u, u_size, d, d_size);
+    if (!by_halves || !space || !unwanted) return divide_by_rows(q, u, u_size, d, d_size);  // which takes no space
     if (q == nullptr) q = unwanted.get();
     for (std::size_t left = q_size; left != 0;) {
         const std::size_t part = std::min(left, d_size);

