@@ -54,7 +54,7 @@
  *
  * Strength. DES has 56 key bits and RC2 and RC5 possibly fewer; RC4's output is biased; blocks of 8 bytes leak after some
  * gigabytes under one key. No mode here notices a changed message. All but IDEA and RC5 look up tables at addresses that
- * depend on key and data. They are here for data that exists. */
+ * depend on key and data, at least in short messages and in the modes that chain. They are here for data that exists. */
 #ifndef MORVANE_CIPHER_H
 #define MORVANE_CIPHER_H
 
