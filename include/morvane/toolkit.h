@@ -36,8 +36,8 @@ enum {
     KERR_EMPTY_KEY = 0x10007,      /* K_RSAPrivateEncrypt: a key of no bytes */
     KERR_NOT_READY = 0x20000,      /* no K_KCCInit, or a required input is null */
     KERR_OUTPUT_ALLOC = 0x20001,   /* K_GenHash: no memory for the digest; key pairs: no memory for a key */
-    KERR_KEY_SETUP = 0x20002,      /* the secret key could not be made: too short, absent, or of no known type */
-    KERR_KEYGEN = 0x20003,         /* the key pair could not be made: a size or a domain that is none */
+    KERR_KEY_SETUP = 0x20002,      /* the secret key could not be made: too short, absent, of no known type; no memory */
+    KERR_KEYGEN = 0x20003,         /* the key pair could not be made: a size or a domain that is none; no memory */
     KERR_CIPHER_OPTION = 0x20004,  /* steps of the symmetric operations, in KccContext.error: the option is not 1 */
     KERR_CIPHER_INIT = 0x20005,    /* the initialisation vector is missing or too short */
     KERR_ENCRYPT_UPDATE = 0x20006, /* the provider's encryption steps */
@@ -248,7 +248,7 @@ MORVANE_API int32_t MORVANE_CALL K_KeyShareDecode(K_CONTEXT* context, const CSSM
 /* ---- Key pairs ----
  *
  * Keys are handed out in DER (morvane/asn1.h), and calls take them so: a key is exactly one encoding. Codes:
- * KERR_OUTPUT_ALLOC (no memory for a key), KERR_KEYGEN (a size or domain that is none).
+ * KERR_OUTPUT_ALLOC (no memory for a key), KERR_KEYGEN (a size or domain that is none, or short memory in the provider).
  *
  *     CSSM_DATA rsa[2] = {{0, NULL}}, kcdsa[2] = {{0, NULL}}, dsa[2] = {{0, NULL}};
  *     int32_t code = K_GenerateRSAKey(context, 3072, &rsa[0], &rsa[1]);

@@ -66,7 +66,7 @@ std::uint32_t generate(K_CONTEXT* context, std::uint32_t algorithm, std::uint32_
     secret.KeyData = pair.secret().data();
     if (CSP_GenerateKeyPair(kProvider, request.handle(), nullptr, kAnyUse, kAttributes, nullptr, &open, kAnyUse,
                             kAttributes, nullptr, &secret) != 0) {
-        return refusal(KERR_KEYGEN, KERR_OUTPUT_ALLOC);
+        return KERR_KEYGEN;
     }
     pair.open().set_length(open.KeyData.Length);
     pair.secret().set_length(secret.KeyData.Length);

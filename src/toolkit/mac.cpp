@@ -28,7 +28,7 @@ public:
     CspHandle handle() const noexcept { return request_.handle(); }
     const CSSM_DATA* message() noexcept { return &message_.data(); }
 
-    // 0, KERR_MEMORY or KERR_KEY_SETUP.
+    // 0 or KERR_KEY_SETUP.
     std::uint32_t set_key(const CSSM_DATA* bytes) noexcept {
         request_.set(0, CSP_ATTR_KEY, key_.get());
         return key_.make(selector_, bytes);
@@ -54,7 +54,7 @@ std::uint32_t generate(K_CONTEXT* context, std::uint32_t selector, const CSSM_DA
     Buffer staging(context, kMacRoom, 1);
     if (!staging) return KERR_MEMORY;
     if (const std::uint32_t code = request.set_key(key); code != 0) return code;
-    if (CSP_GenerateMacInit(kProvider, request.handle(), nullptr) != 0) return refusal(KERR_MAC_INIT);
+    if (CSP_GenerateMacInit(kProvider, request.handle(), nullptr) != 0) return KERR_MAC_INIT;
     if (CSP_GenerateMacUpdate(kProvider, request.handle(), request.message(), 1) != 0) return KERR_MAC_FINAL;
     if (CSP_GenerateMacFinal(kProvider, request.handle(), &staging.data()) != 0) return KERR_MAC_FINAL;
     Buffer mac(context, staging.data(), 1);
@@ -71,7 +71,7 @@ std::uint32_t verify(K_CONTEXT* context, std::uint32_t selector, const CSSM_DATA
     Buffer copy(context, expected, kExtra);
     if (!copy) return KERR_MEMORY;
     if (const std::uint32_t code = request.set_key(key); code != 0) return code;
-    if (CSP_VerifyMacInit(kProvider, request.handle(), nullptr) != 0) return refusal(kRefused);
+    if (CSP_VerifyMacInit(kProvider, request.handle(), nullptr) != 0) return kRefused;
     // CSP_VerifyMacUpdate by its first name.
     if (CSP_GenerateMacUpdate(kProvider, request.handle(), request.message(), 1) != 0) return kRefused;
     if (CSP_VerifyMacFinal(kProvider, request.handle(), &copy.data()) != 0) return KERR_MAC_VERIFY;

@@ -22,11 +22,6 @@ inline std::int32_t finish(K_CONTEXT* context, std::uint32_t code) noexcept {
 
 inline bool has_data(const CSSM_DATA* buffer) noexcept { return buffer != nullptr && buffer->Data != nullptr; }
 
-// The code of a provider's call that failed: that of short memory, where it was that and not the caller's fault.
-inline std::uint32_t refusal(std::uint32_t code, std::uint32_t short_memory = KERR_MEMORY) noexcept {
-    return GetError() == CSP_ERR_MEMORY ? short_memory : code;
-}
-
 // An operation on a context that is ready: body() gives its code, which is stored and returned.
 template <typename Body>
 std::int32_t operate(K_CONTEXT* context, bool has_inputs, Body body) noexcept {

@@ -49,7 +49,7 @@ std::uint32_t SecretKey::make(std::uint32_t selector, const CSSM_DATA* bytes) no
     key_->KeyData = expanded_.data();
     const std::int32_t status =
         CSP_GenerateKey(kProvider, request_.handle(), nullptr, kUsage, kAttributes, bytes, key_.get());
-    return status == 0 ? 0 : refusal(KERR_KEY_SETUP);
+    return status == 0 ? 0 : KERR_KEY_SETUP;
 }
 
 }  // namespace morvane::toolkit
