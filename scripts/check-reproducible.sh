@@ -1,27 +1,29 @@
 #!/usr/bin/env bash
-# Builds the Windows libraries twice, in folders of different names, and compares the results byte by byte.
+# Builds the Windows libraries here and in a folder of another name, and compares the results byte by byte.
 set -euo pipefail
 source "${BASH_SOURCE[0]%/*}/common.sh"
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-places=("$work/first" "$work/second-of-another-length")
+elsewhere=$work/a-folder-of-another-length
 
-for place in "${places[@]}"; do
-    mkdir "$place"
-    source_files | tar -C "$repo" -cf - -T - | tar -C "$place" -xf -
-    say "reproducible: building in ${place##*/}"
-    quietly "reproducible-${place##*/}" env -C "$place" bash -c '
-        cmake --preset windows-x86 -DMORVANE_BUILD_TESTS=OFF -DMORVANE_BUILD_TOOLS=OFF &&
-        cmake --build --preset windows-x86 --target MorvaneCrypto MorvaneCryptoStatic MorvaneCommonStatic'
-done
+mkdir "$elsewhere"
+source_files | tar -C "$repo" -cf - -T - | tar -C "$elsewhere" -xf -
+readonly targets=(MorvaneCrypto MorvaneCryptoStatic MorvaneCommonStatic)
+say "reproducible: building here"
+configure windows-x86
+build windows-x86 --target "${targets[@]}"
+say "reproducible: building elsewhere"
+quietly reproducible env -C "$elsewhere" bash -c '
+    cmake --preset windows-x86 -DMORVANE_BUILD_TESTS=OFF -DMORVANE_BUILD_TOOLS=OFF &&
+    cmake --build --preset windows-x86 --target "$@"' bash "${targets[@]}"
 
 differ=0
-cd "${places[0]}/build/windows-x86"
+cd "$elsewhere/build/windows-x86"
 for file in bin/*.dll lib/*.a lib/*.lib; do
-    if ! cmp -s "$file" "${places[1]}/build/windows-x86/$file"; then
+    if ! cmp -s "$file" "$repo/build/windows-x86/$file"; then
         say "not reproducible: $file"
-        (cd "$work" && sha256sum ./*/build/windows-x86/"$file") >&2
+        sha256sum "$file" "$repo/build/windows-x86/$file" >&2
         differ=1
     fi
 done
