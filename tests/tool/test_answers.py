@@ -1,8 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the morvane command for what machines and shells ask it: self-tests, measurements, JSON, examples, completion.
-
-usage: test_answers.py TOOL [EMULATOR...]
-"""
+"""Runs the morvane command for what machines and shells ask it: self-tests, measurements, JSON, examples, completion."""
 
 import hashlib
 import json
@@ -13,10 +10,8 @@ import subprocess
 import sys
 import unittest
 
-import test_tool
-from test_tool import GOOD, INPUT_OUTPUT, MISMATCH, USAGE, ToolTest
+from tool_case import COMMAND, FAILED_SELF_TEST, INPUT_OUTPUT, IS_WINDOWS, MISMATCH, USAGE, ToolTest
 
-FAILED_SELF_TEST = 4
 COMPLETION = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../tools/completion/morvane.bash")
 # What the examples of the others need is made by the first ones.
 VERBS = ("random", "genkey", "digest", "encrypt", "decrypt", "prime", "sign", "verify", "derive", "rsa", "ec", "selftest", "speed",
@@ -53,8 +48,8 @@ class AnswersTest(ToolTest):
             self.run_tool("speed", *wrong, code=USAGE)
 
     def test_digests(self):
-        names = [b"plain", "quote\" \\ \u00fc \U0001f600".encode()] if not test_tool.IS_WINDOWS else [b"plain", "\u00fc \U0001f600".encode()]
-        if not test_tool.IS_WINDOWS:
+        names = [b"plain", "quote\" \\ \u00fc \U0001f600".encode()] if not IS_WINDOWS else [b"plain", "\u00fc \U0001f600".encode()]
+        if not IS_WINDOWS:
             # Control characters; overlong, cut, a surrogate, beyond Unicode
             names += [b"\n\t\x01\x7f", b"a\xc0\xaf", b"\xe3\x81", b"\xed\xa0\x80", b"\xf4\x90\x80\x80", b"\xff\xfe"]
         for name in names:
@@ -102,9 +97,9 @@ class AnswersTest(ToolTest):
         self.assertEqual(self.read("cipher.key"), self.read("cipher.key.2"))
 
     def test_completion_in_bash(self):
-        if test_tool.IS_WINDOWS:
+        if IS_WINDOWS:
             self.skipTest("bash runs programs of its own system")
-        tool = test_tool.COMMAND[-1]
+        tool = COMMAND[-1]
         self.write("private.pem", b"")
 
         def complete(*words):
@@ -124,8 +119,4 @@ class AnswersTest(ToolTest):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) < 2:
-        sys.exit(__doc__)
-    test_tool.COMMAND = sys.argv[2:] + [os.path.abspath(sys.argv[1])]
-    test_tool.IS_WINDOWS = sys.argv[1].endswith(".exe")
     unittest.main(argv=sys.argv[:1])
