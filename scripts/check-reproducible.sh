@@ -11,7 +11,7 @@ mkdir "$elsewhere"
 source_files | tar -C "$repo" -cf - -T - | tar -C "$elsewhere" -xf -
 readonly targets=(MorvaneCrypto MorvaneCryptoStatic MorvaneCommonStatic)
 say "reproducible: building here"
-configure windows-x86
+configure_for_release windows-x86
 build windows-x86 --target "${targets[@]}"
 say "reproducible: building elsewhere"
 quietly reproducible env -C "$elsewhere" bash -c '

@@ -34,6 +34,12 @@ quietly() {
 # The lock keeps two runs at once (`./run a | ./run b`) from building in one folder together.
 locked() { (cd "$repo" && mkdir -p build && flock build/.lock "$@"); }
 configure() { quietly "$1-configure" locked cmake --preset "$@"; }
+# With the command, and with the tests where they are there already: they need packages of their own.
+configure_for_release() {
+    local tests=OFF
+    if [[ -e $repo/build/$1/tests/CTestTestfile.cmake ]]; then tests=ON; fi
+    configure "$@" -DMORVANE_BUILD_TOOLS=ON -DMORVANE_BUILD_TESTS=$tests
+}
 build() { quietly "$1-build" locked cmake --build --preset "$@"; }
 
 # download_i386 FOLDER NAME PACKAGE...: Debian's packages for i386, with all that they need, to FOLDER/archives. NAME is that
