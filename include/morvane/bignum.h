@@ -22,7 +22,7 @@
  * with a status answers 0.
  *
  * Time. The functions take a time that depends on their operands, except the exponentiations modulo an odd number, whose
- * time tells only the lengths in words and whether the exponent has at most one word.
+ * time tells only the lengths in words, the modulus, and whether the exponent has at most one word.
  *
  * Threads. Nothing is shared: distinct records may be used on distinct threads at once. */
 #ifndef MORVANE_BIGNUM_H

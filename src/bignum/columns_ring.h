@@ -23,7 +23,7 @@ public:
         return rounded_to_rows((std::max(bits_in(modulus) + 3, 32 * modulus.size()) + Bits - 1) / Bits);
     }
 
-    ColumnRing(std::span<const Word> modulus, bool is_known) noexcept
+    ColumnRing(std::span<const Word> modulus, bool is_secret) noexcept
         : count_(digits_for(modulus)),
           modulus_(modulus, count_),
           m_(kZerosBelow + count_ + kZerosAbove),
@@ -38,10 +38,22 @@ public:
         if (!modulus_ || !m_ || !inverse_ || !a_ || !twice_ || !t_ || !q_ || !one_ || !square_ || !leave_) return;
         for (Number* number : {&m_, &inverse_, &a_, &twice_}) std::fill_n(number->get(), number->size(), 0);
         to_digits<Bits>(m_.get() + kZerosBelow, count_, modulus);
+        const std::size_t bits = count_ * Bits;
+        const EntryPlan plan(bits, bits_in(modulus));
         ready_ = modulus_.set_inverse(inverse_.get() + kZerosBelow) &&
-                 modulus_.set_power(one_.get(), count_, count_ * Bits, is_known) &&
-                 modulus_.set_power(square_.get(), count_, 2 * count_ * Bits, is_known) &&
-                 modulus_.set_power(leave_.get(), count_, modulus_.reduction_bits(), is_known);
+                 (is_secret ? modulus_.set_power(square_.get(), count_, bits + plan.doublings, 0)
+                            : modulus_.set_power_vt(square_.get(), count_, 2 * bits));
+        if (!ready_) return;
+        for (Digit* const digits : {one_.get(), leave_.get()}) std::fill_n(digits, count_, 0);
+        if (is_secret) {
+            for (std::size_t i = 0; i < plan.squares; ++i) square(square_.get(), square_.get());
+            set_bit<Bits>(leave_.get(), plan.rest);
+            multiply(square_.get(), square_.get(), leave_.get());
+            leave_[plan.rest / Bits] = 0;
+        }
+        one_[0] = 1;
+        multiply(one_.get(), one_.get(), square_.get());
+        set_bit<Bits>(leave_.get(), 64);
     }
 
     explicit operator bool() const noexcept { return ready_; }
@@ -97,7 +109,7 @@ public:
             a[i] = carry & kDigitMask<Bits>;
             carry >>= Bits;
         }
-        return modulus_.reduce(words, a);
+        return modulus_.reduce_by_64(words, a);
     }
 
 private:
@@ -137,7 +149,7 @@ private:
     mutable Work<Digit, kUsual + kRows> q_;
     Work<Digit, kUsual> one_;     // 1 in Montgomery's form
     Work<Digit, kUsual> square_;  // the factor into it
-    Work<Digit, kUsual> leave_;   // the factor out of it, less what the last reduction divides by
+    Work<Digit, kUsual> leave_;   // 2^64
 };
 
 // Digits of 29 bits where so many can be summed up.

@@ -21,6 +21,26 @@ constexpr std::uint64_t inverse_of_odd(std::uint64_t x) noexcept {
 }
 static_assert(0xfedcba9876543211U * inverse_of_odd(0xfedcba9876543211U) == 1);
 
+// The bits of a number whose top word is not 0. How many there are is known of every modulus.
+inline std::size_t bits_in(std::span<const Word> words) noexcept {
+    return 32 * words.size() - known(leading_zeros(words.back()));
+}
+
+// How the factor into Montgomery's form, S^2 mod m with S = 2^bits, comes from products that divide by S, where nobody may
+// know m: S 2^doublings is squared so many times, and multiplied by 2^rest, which is below m.
+struct EntryPlan {
+    EntryPlan(std::size_t bits, std::size_t modulus_bits) noexcept {
+        const std::size_t least = 2 * bits - (modulus_bits - 1);
+        while (least >> squares >= 16 && std::size_t{2} << squares <= modulus_bits) ++squares;
+        doublings = ((least - 1) >> squares) + 1;
+        rest = 2 * bits - (doublings << squares);
+    }
+
+    std::size_t doublings;
+    std::size_t squares = 0;
+    std::size_t rest;
+};
+
 class OddModulus {
 public:
     // `words` has no zero at the top, and stays where it is. The modulus is extended to `size` limbs, no fewer than its
@@ -41,10 +61,20 @@ public:
     // r = t / B^size mod m for the 2 * size limbs of t, which are used up; t is below m B^size.
     void reduce(Limb* r, Limb* t) const noexcept { montgomery_reduce(r, t, limbs_.get(), limbs_.size(), minus_inverse_); }
 
-    // r = 2^bits mod m, as many words as the modulus has. By a division, which is quicker, if everybody may know the
-    // modulus. False if there is no memory.
-    bool power_of_two(Word* r, std::size_t bits, bool is_known) const noexcept {
-        if (!is_known) return power_of_two_by_squares(r, bits);
+    // r = t / 2^64 mod m, for the size() limbs of t, which are used up; t is below 2^64 m. r does not overlap t.
+    void reduce_by_64(Limb* r, Limb* t) const noexcept {
+        const std::size_t size = limbs_.size();
+        for (unsigned bits = 0; bits < 64; bits += kLimbBits) {
+            const Limb above = multiply_add_row(t, limbs_.get(), size, t[0] * minus_inverse_);
+            std::copy(t + 1, t + size, t);
+            t[size - 1] = above;
+        }
+        reduce_once(r, t, limbs_.get(), size, 0);
+    }
+
+    // r = 2^bits mod m, as many words as the modulus has. By a division, for a public modulus. False if there is no memory,
+    // here and below.
+    bool power_of_two_vt(Word* r, std::size_t bits) const noexcept {
         WorkWords power(std::max(bits / 32 + 1, words_.size()));
         if (!power) return false;
         std::fill_n(power.get(), power.size(), 0);
@@ -52,34 +82,52 @@ public:
         return divide_words(nullptr, r, {power.get(), power.size()}, words_);
     }
 
-private:
-    // In a time that tells the modulus' length in bits, and nothing else of it.
-    bool power_of_two_by_squares(Word* r, std::size_t bits) const noexcept {
+    // square = B^(2 size) mod m, the factor into Montgomery's form; product has room for twice the limbs.
+    bool set_entry(Limb* square, Limb* product, bool is_secret) const noexcept {
         const std::size_t size = limbs_.size();
-        const auto top_bit = 32 * words_.size() - 1 - known(leading_zeros(words_.back()));
-        WorkLimbs x(size);
-        WorkLimbs product(2 * size);
-        if (!x || !product) return false;
-        std::fill_n(x.get(), size, 0);
-        const std::size_t start = std::min(bits, top_bit);
-        x[start / kLimbBits] = Limb{1} << start % kLimbBits;  // below m, which is odd and has the top bit
-        for (std::size_t i = start; i < std::min(bits, kLimbBits * size); ++i) twice(x.get(), product.get());
-        // 2^(kLimbBits size) is 1 in Montgomery's form: 2^exponent, in that form, is 2^bits.
-        const std::size_t exponent = bits - std::min(bits, kLimbBits * size);
-        for (std::size_t bit = std::bit_floor(exponent); bit != 0; bit >>= 1) {
-            square(product.get(), x.get(), size);
-            reduce(x.get(), product.get());
-            if ((exponent & bit) != 0) twice(x.get(), product.get());
+        const std::size_t bits = kLimbBits * size;
+        if (!is_secret) {
+            WorkWords words(words_.size());
+            if (!words || !power_of_two_vt(words.get(), 2 * bits)) return false;
+            std::fill_n(square, size, 0);
+            load_limbs(square, words.get(), words.size());
+            return true;
         }
-        store_limbs(r, x.get(), words_.size());
+        const EntryPlan plan(bits, bits_in(words_));
+        if (!power_of_two(square, bits + plan.doublings, 0)) return false;
+        for (std::size_t i = 0; i < plan.squares; ++i) {
+            bignum::square(product, square, size);
+            reduce(square, product);
+        }
+        std::fill_n(product, 2 * size, 0);
+        const Limb above = shift_left(product + plan.rest / kLimbBits, square, size, plan.rest % kLimbBits);
+        product[plan.rest / kLimbBits + size] |= above;
+        reduce(square, product);
         return true;
     }
 
-    // x = 2 x mod m, for x below m; work has as many limbs.
-    void twice(Limb* x, Limb* work) const noexcept {
+    // x = 2^bits modulo 2^slack m, which x's size() limbs have room for. By doublings, for a secret modulus: the time tells
+    // its length in bits and nothing else of it.
+    bool power_of_two(Limb* x, std::size_t bits, std::size_t slack) const noexcept {
         const std::size_t size = limbs_.size();
+        WorkLimbs work(size);
+        WorkLimbs m(size);
+        if (!work || !m) return false;
+        std::fill_n(m.get(), size, 0);
+        const std::size_t limbs = slack / kLimbBits;
+        shift_left(m.get() + limbs, limbs_.get(), size - limbs, slack % kLimbBits);
+        std::fill_n(x, size, 0);
+        const std::size_t start = std::min(bits, bits_in(words_) - 1 + slack);
+        x[start / kLimbBits] = Limb{1} << start % kLimbBits;  // below the modulus, whose top bit is there or above
+        for (std::size_t i = start; i < bits; ++i) twice(x, m.get(), work.get(), size);
+        return true;
+    }
+
+private:
+    // x = 2 x mod m, for x below m; work has as many limbs.
+    static void twice(Limb* x, const Limb* m, Limb* work, std::size_t size) noexcept {
         const Limb carry = shift_left(x, x, size, 1);
-        const Limb borrow = subtract(work, x, limbs_.get(), size);
+        const Limb borrow = subtract(work, x, m, size);
         Limb keep = Limb{0} - (borrow & ~carry & 1);
         asm("" : "+r"(keep));  // or the compiler may branch on it
         for (std::size_t i = 0; i < size; ++i) x[i] = work[i] ^ (keep & (x[i] ^ work[i]));

@@ -14,13 +14,13 @@ struct Power {
     std::span<const Word> exponent;  // not empty; of one word, it is taken for public and is not 0
     std::span<const Word> modulus;   // the top word is not 0
     Word* result;                    // as many words as the modulus has; may be any of the operands
+    bool is_modulus_secret = false;  // then its length in bits is all that may be known of it
 
-    // Then the modulus is taken for public, too.
     bool has_known_exponent() const noexcept { return exponent.size() == 1; }
 };
 
-// False if there is no memory for the work; nothing is written then. Modulo an odd number, the time tells only the lengths
-// and an exponent of one word.
+// False if there is no memory for the work; nothing is written then. Modulo an odd number, the time tells only the lengths,
+// an exponent of one word, and a modulus that is not secret.
 bool power_mod(const Power& power) noexcept;
 
 // Two powers modulo odd numbers. Quicker than one after the other where the moduli have the same length and the exponents

@@ -72,18 +72,17 @@ public:
         return digits;
     }
 
-    // What is known only spares time.
-    IfmaRing(const std::array<Power, Streams>& powers, bool are_known) noexcept
+    explicit IfmaRing(const std::array<Power, Streams>& powers) noexcept
         : rows_(Rows::kSquares ? kSize : digits_for(powers)) {
         for (std::size_t s = 0; s < Streams; ++s) {
             const Modulus modulus(powers[s].modulus, rows_);
             const std::size_t at = s * kSize;
             moduli_[s] = {&above_.items[at], &all_.items[at], modulus.factor()};
-            ready_ = ready_ && modulus && modulus.set_digits(&above_.items[at], &all_.items[at], kSize) &&
-                     modulus.set_power(&square_.items[at], kSize, 2 * rows_ * kIfmaBits, are_known) &&
-                     modulus.set_power(&leave_.items[at], kSize, modulus.reduction_bits(), are_known);
+            ready_ = ready_ && modulus && modulus.set_digits(&above_.items[at], &all_.items[at], kSize);
             one_.items[at] = 1;
+            set_bit<kIfmaBits>(&leave_.items[at], 64);
         }
+        ready_ = ready_ && set_square(powers);
         multiply(one_.items.data(), one_.items.data(), square_.items.data());
     }
 
@@ -127,7 +126,7 @@ public:
         bool done = true;
         for (std::size_t s = 0; s < Streams; ++s) {
             const Modulus modulus(powers[s].modulus, rows_);
-            done = done && modulus && modulus.reduce(powers[s].result, a + s * kSize);
+            done = done && modulus && modulus.reduce_by_64(powers[s].result, a + s * kSize);
         }
         return done;
     }
@@ -136,6 +135,32 @@ private:
     static constexpr std::size_t kSize = Rows::kVectors * Rows::kLanes;
     struct alignas(64) Element : SecretArray<Digits, Streams * kSize> {};
 
+    bool set_square(const std::array<Power, Streams>& powers) noexcept {
+        bool is_secret = false;
+        std::size_t least_bits = SIZE_MAX;
+        for (const Power& power : powers) {
+            is_secret = is_secret || power.is_modulus_secret;
+            least_bits = std::min(least_bits, bits_in(power.modulus));
+        }
+        const std::size_t bits = rows_ * kIfmaBits;
+        const EntryPlan plan(bits, least_bits);
+        Element rest;
+        for (std::size_t s = 0; s < Streams; ++s) {
+            const Modulus modulus(powers[s].modulus, rows_);
+            Digits* const digits = &square_.items[s * kSize];
+            if (!modulus) return false;
+            if (is_secret ? !modulus.set_power(digits, kSize, bits + plan.doublings, Modulus::kSlackBits)
+                          : !modulus.set_power_vt(digits, kSize, 2 * bits)) {
+                return false;
+            }
+            set_bit<kIfmaBits>(&rest.items[s * kSize], plan.rest);
+        }
+        if (!is_secret) return true;
+        for (std::size_t i = 0; i < plan.squares; ++i) square(square_.items.data(), square_.items.data());
+        multiply(square_.items.data(), square_.items.data(), rest.items.data());
+        return true;
+    }
+
     std::size_t rows_;
     bool ready_ = true;
     RowModulus moduli_[Streams];
@@ -143,25 +168,25 @@ private:
     Element all_;
     Element one_;     // 1 in Montgomery's form
     Element square_;  // the factor into it
-    Element leave_;   // the factor out of it, less what the last reduction divides by
+    Element leave_;   // 2^64
 };
 
 template <typename Rows, std::size_t Streams>
 bool power_in_vectors(const std::array<Power, Streams>& powers) noexcept {
-    const bool are_known = powers[0].has_known_exponent();
-    const IfmaRing<Rows, Streams> ring(powers, are_known);
+    const IfmaRing<Rows, Streams> ring(powers);
     Work<Digits, Streams * Rows::kVectors * Rows::kLanes> x(Streams * ring.size());
     if (!ring) return false;
     ring.enter(x.get(), powers);
     std::array<std::span<const Word>, Streams> exponents;
     for (std::size_t s = 0; s < Streams; ++s) exponents[s] = powers[s].exponent;
-    const bool done = are_known ? exponentiate_vt(ring, x.get(), exponents[0][0]) : exponentiate(ring, x.get(), exponents);
+    const bool done = powers[0].has_known_exponent() ? exponentiate_vt(ring, x.get(), exponents[0][0])
+                                                     : exponentiate(ring, x.get(), exponents);
     return done && ring.leave(x.get(), powers);
 }
 
 template <typename Rows>
 bool product_in_vectors(const Power& a, const Power& b) noexcept {
-    const IfmaRing<Rows, 1> ring({a}, true);
+    const IfmaRing<Rows, 1> ring({a});
     Work<Digits, Rows::kVectors * Rows::kLanes> x(ring.size());
     Work<Digits, Rows::kVectors * Rows::kLanes> y(ring.size());
     if (!ring) return false;
@@ -189,9 +214,10 @@ constexpr Width<2> kPairIn{IfmaRing<Rows, 2>::digits_for, Rows::kVectors* Rows::
 // where rows are so short that they would wait for a factor, the plain ones where the multiplier has enough to do.
 constexpr Width<1> kAlone[] = {
     kAloneIn<FriendlyRows<Ymm, 1>>, kAloneIn<FriendlyRows<Ymm, 2>>, kAloneIn<FriendlyRows<Ymm, 3>>,
-    kAloneIn<FriendlyRows<Ymm, 4>>, kAloneIn<FriendlyRows<Ymm, 5>>, kAloneIn<PlainRows<Ymm, 6>>,
-    kAloneIn<PlainRows<Zmm, 4>>,    kAloneIn<PlainRows<Zmm, 5>>,    kAloneIn<PlainRows<Zmm, 6>>,
-    kAloneIn<PlainRows<Zmm, 8>>,    kAloneIn<PlainRows<Zmm, 10>>,   kAloneIn<PlainRows<Zmm, 12>>};
+    kAloneIn<FriendlyRows<Ymm, 4>>, kAloneIn<PlainRows<Ymm, 4>>,    kAloneIn<FriendlyRows<Ymm, 5>>,
+    kAloneIn<PlainRows<Ymm, 5>>,    kAloneIn<FriendlyRows<Ymm, 6>>, kAloneIn<FriendlyRows<Zmm, 4>>,
+    kAloneIn<PlainRows<Zmm, 5>>,    kAloneIn<PlainRows<Zmm, 6>>,    kAloneIn<PlainRows<Zmm, 8>>,
+    kAloneIn<PlainRows<Zmm, 10>>,   kAloneIn<PlainRows<Zmm, 12>>};
 constexpr Width<2> kPairs[] = {kPairIn<FriendlyRows<Ymm, 1>>, kPairIn<FriendlyRows<Ymm, 2>>, kPairIn<FriendlyRows<Ymm, 3>>,
                                kPairIn<PlainRows<Ymm, 4>>,    kPairIn<PlainRows<Ymm, 5>>,    kPairIn<PlainRows<Zmm, 3>>,
                                kPairIn<PlainRows<Zmm, 4>>,    kPairIn<PlainRows<Zmm, 5>>,    kPairIn<PlainRows<Zmm, 6>>};

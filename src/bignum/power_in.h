@@ -12,7 +12,7 @@ using ElementWork = Work<typename R::Item, 2 * kElementItems<typename R::Item>>;
 
 template <typename R>
 bool power_in(const Power& power) noexcept {
-    const R ring(power.modulus, power.has_known_exponent());
+    const R ring(power.modulus, power.is_modulus_secret);
     ElementWork<R> x(ring.size());
     if (!ring || !x) return false;
     ring.enter(x.get(), power.base);
@@ -23,7 +23,7 @@ bool power_in(const Power& power) noexcept {
 
 template <typename R>
 bool power_product_in(const Power& a, const Power& b) noexcept {
-    const R ring(a.modulus, true);
+    const R ring(a.modulus, false);
     ElementWork<R> x(ring.size());
     ElementWork<R> y(ring.size());
     if (!ring || !x || !y) return false;

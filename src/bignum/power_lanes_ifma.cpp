@@ -92,7 +92,6 @@ public:
     using Item = Digits;
     static constexpr std::size_t kStreams = kLanes;
     static constexpr std::size_t kFrameItems = 20;  // for moduli of 1024 bits
-    static constexpr bool kIsKnown = true;          // a search for primes tells of its candidates through time anyway
 
     explicit LaneRing(const std::array<Power, kLanes>& powers) noexcept
         : blocks_((digits_for(powers) + kBlock - 1) / kBlock), space_(kNumbers * size() * kLanes), column_(size()) {
@@ -101,7 +100,8 @@ public:
         for (std::size_t s = 0; s < kLanes; ++s) {
             const Modulus modulus(powers[s].modulus, size());
             Digits* const column = column_.get();
-            ready_ = ready_ && modulus && modulus.set_power(column, size(), 2 * size() * kIfmaBits, kIsKnown);
+            // A search for primes tells of its candidates through time anyway.
+            ready_ = ready_ && modulus && modulus.set_power_vt(column, size(), 2 * size() * kIfmaBits);
             if (!ready_) return;
             set_lane(number(kSquare), s, column);
             to_digits<kIfmaBits>(column, size(), powers[s].modulus);

@@ -28,10 +28,10 @@ protected:
 
 class MontgomeryRing : public LimbRing {
 public:
-    // What is known only spares time.
-    MontgomeryRing(std::span<const Word> modulus, bool is_known) noexcept
+    MontgomeryRing(std::span<const Word> modulus, bool is_secret) noexcept
         : LimbRing(modulus), m_(modulus, size_), one_(size_), square_(size_) {
-        ready_ = product_ && m_ && one_ && square_ && set_power(one_, 1, is_known) && set_power(square_, 2, is_known);
+        ready_ = product_ && m_ && one_ && square_ && m_.set_entry(square_.get(), product_.get(), is_secret);
+        if (ready_) convert_from(one_.get(), square_.get());
     }
 
     explicit operator bool() const noexcept { return ready_; }
@@ -51,20 +51,17 @@ public:
         multiply(r, r, square_.get());
     }
     bool leave(Word* words, Limb* a) const noexcept {
-        std::copy_n(a, size_, product_.get());
-        std::fill_n(product_.get() + size_, size_, 0);
-        m_.reduce(a, product_.get());
+        convert_from(a, a);
         store_limbs(words, a, modulus_.size());
         return true;
     }
 
 private:
-    // B^(size n) mod m.
-    bool set_power(WorkLimbs& power, std::size_t n, bool is_known) const noexcept {
-        WorkWords words(modulus_.size());
-        if (!words || !m_.power_of_two(words.get(), n * kLimbBits * size_, is_known)) return false;
-        load_limbs(power.get(), words.get(), modulus_.size());
-        return true;
+    // r = a / B^size mod m.
+    void convert_from(Limb* r, const Limb* a) const noexcept {
+        std::copy_n(a, size_, product_.get());
+        std::fill_n(product_.get() + size_, size_, 0);
+        m_.reduce(r, product_.get());
     }
 
     OddModulus m_;
@@ -75,7 +72,7 @@ private:
 
 class DivisionRing : public LimbRing {
 public:
-    DivisionRing(std::span<const Word> modulus, bool /*is_known*/) noexcept : LimbRing(modulus), divisor_(size_) {
+    DivisionRing(std::span<const Word> modulus, bool /*is_secret*/) noexcept : LimbRing(modulus), divisor_(size_) {
         if (!*this) return;
         load_limbs(divisor_.get(), modulus.data(), modulus.size());
         shift_ = static_cast<unsigned>(std::countl_zero(divisor_[size_ - 1]));

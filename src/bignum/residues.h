@@ -8,13 +8,10 @@ namespace morvane::bignum {
 
 class Residues {
 public:
-    // `modulus` is odd, has no zero words at the top, and stays where it is.
-    explicit Residues(std::span<const Word> modulus) noexcept
+    // `modulus` is odd, has no zero words at the top, and stays where it is. A public one only spares time.
+    Residues(std::span<const Word> modulus, bool is_secret) noexcept
         : m_(modulus, limbs_for(modulus.size())), square_(m_.size()), product_(2 * m_.size()) {
-        WorkWords words(modulus.size());
-        ready_ = m_ && square_ && product_ && words &&
-                 m_.power_of_two(words.get(), std::size_t{2} * kLimbBits * m_.size(), false);
-        if (ready_) load_limbs(square_.get(), words.get(), words.size());
+        ready_ = m_ && square_ && product_ && m_.set_entry(square_.get(), product_.get(), is_secret);
     }
 
     explicit operator bool() const noexcept { return ready_; }

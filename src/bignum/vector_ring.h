@@ -3,7 +3,7 @@
 //
 // Residues are not kept below the modulus, only so small against b^n, where n is the number of digits, that a product
 // divided by b^n is as small again: nothing is compared or subtracted on the way. Only at the end a residue is reduced
-// modulo m itself, in limbs.
+// modulo m itself, in limbs: after a product with 2^64, which adds less than 2^64 to a multiple k m with k below 2^Bits.
 #pragma once
 
 #include "bignum/digits.h"
@@ -14,8 +14,10 @@
 
 namespace morvane::bignum {
 
-inline std::size_t bits_in(std::span<const Word> modulus) noexcept {
-    return 32 * modulus.size() - static_cast<std::size_t>(std::countl_zero(modulus.back()));
+// The digit of 2^bits that is not 0.
+template <unsigned Bits>
+void set_bit(std::uint64_t* digits, std::size_t bits) noexcept {
+    digits[bits / Bits] = std::uint64_t{1} << bits % Bits;
 }
 
 // A modulus, and the way back to it.
@@ -34,26 +36,33 @@ public:
     }
 
     // 2^bits mod m, in `size` digits. False if there is no memory, here and below.
-    bool set_power(std::uint64_t* digits, std::size_t size, std::size_t bits, bool is_known) const noexcept {
+    bool set_power_vt(std::uint64_t* digits, std::size_t size, std::size_t bits) const noexcept {
         WorkWords words(m_.words().size());
-        if (!words || !m_.power_of_two(words.get(), bits, is_known)) return false;
+        if (!words || !m_.power_of_two_vt(words.get(), bits)) return false;
         to_digits<Bits>(digits, size, {words.get(), words.size()});
         return true;
     }
 
-    // The bits that reduce() divides by.
-    std::size_t reduction_bits() const noexcept { return kLimbBits * m_.size(); }
+    // The same modulo a secret number, which may be left multiplied by 2^slack.
+    bool set_power(std::uint64_t* digits, std::size_t size, std::size_t bits, std::size_t slack) const noexcept {
+        WorkLimbs limbs(m_.size());
+        WorkWords words(m_.size() * kWordsPerLimb);
+        if (!limbs || !words || !m_.power_of_two(limbs.get(), bits, slack)) return false;
+        store_limbs(words.get(), limbs.get(), words.size());
+        to_digits<Bits>(digits, size, {words.get(), words.size()});
+        return true;
+    }
 
-    // words = digits / 2^reduction_bits() mod m, below m.
-    bool reduce(Word* words, const std::uint64_t* digits) const noexcept {
-        WorkLimbs t(2 * m_.size());
+    // words = digits / 2^64 mod m, for a value below 2^64 m.
+    bool reduce_by_64(Word* words, const std::uint64_t* digits) const noexcept {
+        WorkLimbs t(m_.size());
+        WorkLimbs r(m_.size());
         WorkWords sum(m_.size() * kWordsPerLimb);
-        if (!t || !sum) return false;
+        if (!t || !r || !sum) return false;
         from_digits<Bits>(sum.get(), sum.size(), digits, count_);
         load_limbs(t.get(), sum.get(), sum.size());
-        std::fill_n(t.get() + m_.size(), m_.size(), 0);
-        m_.reduce(t.get(), t.get());
-        store_limbs(words, t.get(), m_.words().size());
+        m_.reduce_by_64(r.get(), t.get());
+        store_limbs(words, r.get(), m_.words().size());
         return true;
     }
 
@@ -70,6 +79,7 @@ public:
         return (std::max(bits_in(modulus) + 2, 32 * modulus.size()) + Bits - 1) / Bits;
     }
     using VectorModulus<Bits>::VectorModulus;
+    static constexpr std::size_t kSlackBits = 0;  // by which residues may be longer than m
 
     // m / b, without its lowest digit, and m.
     bool set_digits(std::uint64_t* above, std::uint64_t* all, std::size_t size) const noexcept {
@@ -89,6 +99,7 @@ public:
         return (bits_in(modulus) + Bits + 2 + Bits - 1) / Bits;
     }
     using VectorModulus<Bits>::VectorModulus;
+    static constexpr std::size_t kSlackBits = Bits;
 
     // c, and nothing else.
     bool set_digits(std::uint64_t* above, std::uint64_t* /*all*/, std::size_t size) const noexcept {

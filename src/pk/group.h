@@ -55,7 +55,7 @@ struct Scalar : SecretArray<Limb, kGroupLimbs> {
 // Numbers modulo q, in a time that tells only lengths.
 class Scalars {
 public:
-    explicit Scalars(const Group& group) noexcept : group_(group), residues_(group ? group.q() : kNone) {}
+    explicit Scalars(const Group& group) noexcept : group_(group), residues_(group ? group.q() : kNone, false) {}
     explicit operator bool() const noexcept { return group_ && residues_; }
 
     // r = value mod q; the value has no more words than q.

@@ -64,8 +64,8 @@ using ProductLimbs = SecretArray<Limb, 2 * kPrimeLimbs>;
 // below it. The time depends on the lengths only. A call of its own, so that all that it uses lies below its caller's
 // stack.
 [[gnu::noinline]] bool by_remainders(Word* result, std::span<const Word> c, const Parts& key, bool tested) noexcept {
-    Residues modulo_p(key.p);
-    Residues modulo_q(key.q);
+    Residues modulo_p(key.p, true);
+    Residues modulo_q(key.q, true);
     if (!modulo_p || !modulo_q) return false;
     const std::size_t size = modulo_p.size();
     PrimeLimbs q_inverse;
@@ -102,11 +102,13 @@ using ProductLimbs = SecretArray<Limb, 2 * kPrimeLimbs>;
     if (!power_mod_pair({Power{{base_p.items.data(), key.p.size()},
                                {exponent_p.items.data(), exponent_words},
                                key.p,
-                               base_p.items.data()},
+                               base_p.items.data(),
+                               true},
                          Power{{base_q.items.data(), key.q.size()},
                                {exponent_q.items.data(), exponent_words},
                                key.q,
-                               base_q.items.data()}})) {
+                               base_q.items.data(),
+                               true}})) {
         return false;
     }
 

@@ -56,7 +56,7 @@ Verdict miller_rabin(const ENUM& n, const ENUM& base) noexcept {
     WorkRecord x(words);  // first the exponent: the bits above the lowest ones are those of n
     if (!x) return Verdict::kNoMemory;
     EN_RShift(x.get(), &n, static_cast<std::int32_t>(twos_below(n)));
-    if (!power_mod({magnitude(base), magnitude(*x), magnitude(n), x->words})) return Verdict::kNoMemory;
+    if (!power_mod({magnitude(base), magnitude(*x), magnitude(n), x->words, true})) return Verdict::kNoMemory;
     set_normalised_length(*x, words);
     return verdict_of_power(*x, n);
 }
