@@ -10,4 +10,15 @@ template <typename Word>
     asm("" : "+r"(word));
 }
 
+// A table that is looked up by its address in a register. In position-independent code for i386 the compiler otherwise adds
+// up the address of each look-up from three parts, and keeps two registers for it.
+template <typename Table>
+[[gnu::always_inline]] inline const Table& at_hand(const Table& table) noexcept {
+    const Table* address = &table;
+#if defined(__i386__) && defined(__PIC__)
+    keep_order(address);
+#endif
+    return *address;
+}
+
 }  // namespace morvane

@@ -13,7 +13,8 @@ namespace morvane::cipher::des {
 
 // Where registers have 64 bits, a half is held as the eight box inputs, one in each byte, and the tables give such halves:
 // a round needs neither masks nor rotations, and the way from one half to the next is as short as it can be. Where they
-// have 32, a half is held as such.
+// have 32, a half is held as such; its bytes hold two bits more than a box takes, and tables that have every entry four
+// times save masking them.
 inline constexpr bool kIsSpread = sizeof(void*) == 8;
 using Half = std::conditional_t<kIsSpread, std::uint64_t, std::uint32_t>;
 
@@ -22,14 +23,14 @@ constexpr std::uint32_t from_half(Half half) noexcept {
     return kIsSpread ? gather(half) : static_cast<std::uint32_t>(half);
 }
 
-using BoxTables = std::array<std::array<Half, 64>, 8>;
+using BoxTables = std::array<std::array<Half, kIsSpread ? 64 : 256>, 8>;
 
 // One table for each byte of the spread form.
 constexpr BoxTables make_box_tables() noexcept {
     BoxTables tables{};
     for (std::size_t byte = 0; byte < 8; ++byte) {
-        for (std::uint32_t input = 0; input < 64; ++input) {
-            tables[byte][input] = to_half(box_output(box_of_byte(byte), input));
+        for (std::uint32_t input = 0; input < tables[0].size(); ++input) {
+            tables[byte][input] = to_half(box_output(box_of_byte(byte), input & 63));
         }
     }
     return tables;
@@ -46,36 +47,39 @@ struct State {
 
 // to ^ f(half), f being the cipher function of the standard, under the round key of two words. The look-ups are taken as
 // they arrive.
-[[gnu::always_inline]] inline Half add_round(Half to, Half half, const std::uint32_t* key) noexcept {
+[[gnu::always_inline]] inline Half add_round(Half to, Half half, const std::uint32_t* key,
+                                             const BoxTables& tables) noexcept {
     std::uint32_t even = 0, odd = 0;
     if constexpr (kIsSpread) {
         const std::uint64_t x = half ^ (key[0] | std::uint64_t{key[1]} << 32);
         even = static_cast<std::uint32_t>(x);
         odd = static_cast<std::uint32_t>(x >> 32);
     } else {
-        even = (half ^ key[0]) & 0x3f3f3f3f;
-        odd = (std::rotr(half, 4) ^ key[1]) & 0x3f3f3f3f;
+        even = half ^ key[0];
+        odd = std::rotr(half, 4) ^ key[1];
+        keep_order(even);
+        keep_order(odd);
     }
     const auto low_byte = [](std::uint32_t x) { return static_cast<std::uint8_t>(x); };
     const auto next_byte = [](std::uint32_t x) { return static_cast<std::uint8_t>(x >> 8); };
-    to ^= kTables[0][low_byte(even)];
+    to ^= tables[0][low_byte(even)];
     keep_order(to);
-    Half also = kTables[1][next_byte(even)];
-    to ^= kTables[4][low_byte(odd)];
+    Half also = tables[1][next_byte(even)];
+    to ^= tables[4][low_byte(odd)];
     keep_order(to);
-    also ^= kTables[5][next_byte(odd)];
+    also ^= tables[5][next_byte(odd)];
     keep_order(also);
     even >>= 16;
     odd >>= 16;
     keep_order(even);
     keep_order(odd);
-    to ^= kTables[2][low_byte(even)];
+    to ^= tables[2][low_byte(even)];
     keep_order(to);
-    also ^= kTables[3][even >> 8];
+    also ^= tables[3][even >> 8];
     keep_order(also);
-    to ^= kTables[6][low_byte(odd)];
+    to ^= tables[6][low_byte(odd)];
     keep_order(to);
-    also ^= kTables[7][odd >> 8];
+    also ^= tables[7][odd >> 8];
     return to ^ also;
 }
 
@@ -133,11 +137,12 @@ template <Direction D, std::size_t Lanes>
         return;
     }
     const std::uint32_t* const keys = schedule.round_keys;
+    const BoxTables& tables = at_hand(kTables);
     for (std::size_t round = 0; round < 16; round += 2) {
         const std::size_t first = 2 * (D == Direction::kEncrypt ? round : 15 - round);
         const std::size_t second = 2 * (D == Direction::kEncrypt ? round + 1 : 14 - round);
-        for (State& state : states) state.left = add_round(state.left, state.right, keys + first);
-        for (State& state : states) state.right = add_round(state.right, state.left, keys + second);
+        for (State& state : states) state.left = add_round(state.left, state.right, keys + first, tables);
+        for (State& state : states) state.right = add_round(state.right, state.left, keys + second, tables);
     }
     for (State& state : states) state = {state.right, state.left};
 }

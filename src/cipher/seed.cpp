@@ -1,15 +1,16 @@
 // SEED (RFC 4269).
 #include "cipher/seed.h"
 
+#include "base/keep_order.h"
 #include "cipher/exports.h"
 #include "cipher/seed_tables.h"
 
 namespace morvane::cipher {
 namespace {
 
-[[gnu::always_inline]] inline std::uint32_t g(std::uint32_t x) noexcept {
+[[gnu::always_inline]] inline std::uint32_t g(std::uint32_t x, const seed::GTables& tables) noexcept {
     const auto byte = [x](unsigned i) { return static_cast<std::uint8_t>(x >> 8 * i); };
-    return (seed::kG[0][byte(0)] ^ seed::kG[1][byte(1)]) ^ (seed::kG[2][byte(2)] ^ seed::kG[3][byte(3)]);
+    return (tables[0][byte(0)] ^ tables[1][byte(1)]) ^ (tables[2][byte(2)] ^ tables[3][byte(3)]);
 }
 
 struct Seed {
@@ -38,11 +39,12 @@ struct Seed {
 
     // (to0, to1) ^= F(half0, half1) under the round key of two words.
     [[gnu::always_inline]] static void round(std::uint32_t& to0, std::uint32_t& to1, std::uint32_t half0,
-                                             std::uint32_t half1, const std::uint32_t* key) noexcept {
+                                             std::uint32_t half1, const std::uint32_t* key,
+                                             const seed::GTables& tables) noexcept {
         const std::uint32_t c = half0 ^ key[0];
-        const std::uint32_t first = g(c ^ (half1 ^ key[1]));
-        const std::uint32_t second = g(first + c);
-        const std::uint32_t third = g(second + first);
+        const std::uint32_t first = g(c ^ (half1 ^ key[1]), tables);
+        const std::uint32_t second = g(first + c, tables);
+        const std::uint32_t third = g(second + first, tables);
         to0 ^= third + second;
         to1 ^= third;
     }
@@ -50,11 +52,12 @@ struct Seed {
     template <Direction D, std::size_t Lanes>
     [[gnu::always_inline]] static void run(const Schedule& schedule, std::array<State, Lanes>& states) noexcept {
         const std::uint32_t* const keys = schedule.round_keys;
+        const seed::GTables& tables = at_hand(seed::kG);
         for (std::size_t i = 0; i < 16; i += 2) {
             const std::uint32_t* const first = keys + 2 * (D == Direction::kEncrypt ? i : 15 - i);
             const std::uint32_t* const second = keys + 2 * (D == Direction::kEncrypt ? i + 1 : 14 - i);
-            for (State& s : states) round(s.left0, s.left1, s.right0, s.right1, first);
-            for (State& s : states) round(s.right0, s.right1, s.left0, s.left1, second);
+            for (State& s : states) round(s.left0, s.left1, s.right0, s.right1, first, tables);
+            for (State& s : states) round(s.right0, s.right1, s.left0, s.left1, second, tables);
         }
         for (State& s : states) s = {s.right0, s.right1, s.left0, s.left1};
     }
@@ -68,12 +71,13 @@ struct Seed {
 void expand_key(E_SEED_KEY_SCHEDULE& schedule, const std::uint8_t* key) noexcept {
     std::uint64_t a = load_be<std::uint64_t>(key), b = load_be<std::uint64_t>(key + 8);  // K0 K1 and K2 K3
     std::uint32_t constant = 0x9e3779b9;
+    const seed::GTables& tables = at_hand(seed::kG);
 #pragma GCC unroll 16
     for (std::size_t i = 0; i < 16; ++i, constant = std::rotl(constant, 1)) {
         const auto high = [](std::uint64_t x) { return static_cast<std::uint32_t>(x >> 32); };
         const auto low = [](std::uint64_t x) { return static_cast<std::uint32_t>(x); };
-        schedule.round_keys[2 * i] = g(high(a) + high(b) - constant);
-        schedule.round_keys[2 * i + 1] = g(low(a) - low(b) + constant);
+        schedule.round_keys[2 * i] = g(high(a) + high(b) - constant, tables);
+        schedule.round_keys[2 * i + 1] = g(low(a) - low(b) + constant, tables);
         if (i % 2 == 0) {
             a = std::rotr(a, 8);
         } else {
