@@ -37,22 +37,26 @@ template <typename Item>
     return mask;
 }
 
+// r = `Count` items of the element whose mask is all ones.
+template <std::size_t Count, typename Item>
+[[gnu::always_inline]] inline void select_items(Item* r, const Item* table, std::size_t entries, std::size_t stride,
+                                                const Item* masks) noexcept {
+    Item chosen[Count] = {};
+    for (std::size_t entry = 0; entry < entries; ++entry, table += stride) {
+        for (std::size_t i = 0; i < Count; ++i) chosen[i] |= table[i] & masks[entry];
+    }
+    std::copy_n(chosen, Count, r);
+}
+
 // r = the table's element of `index`, all of the table being read. Elements are `stride` items apart.
 template <typename Item>
 inline void select_masked(Item* r, const Item* table, std::size_t entries, std::size_t stride, std::size_t size,
                           std::size_t index) noexcept {
     Item masks[kMaxEntries];
     for (std::size_t entry = 0; entry < entries; ++entry) masks[entry] = mask_if_equal<Item>(entry, index);
-    constexpr std::size_t kAtOnce = 8;
-    for (std::size_t at = 0; at < size; at += kAtOnce) {
-        const std::size_t count = std::min(kAtOnce, size - at);
-        Item chosen[kAtOnce] = {};
-        for (std::size_t entry = 0; entry < entries; ++entry) {
-            const Item* const element = table + entry * stride + at;
-            for (std::size_t i = 0; i < count; ++i) chosen[i] |= element[i] & masks[entry];
-        }
-        std::copy_n(chosen, count, r + at);
-    }
+    std::size_t at = 0;
+    for (; size - at >= 8; at += 8) select_items<8>(r + at, table + at, entries, stride, masks);
+    for (; at < size; ++at) select_items<1>(r + at, table + at, entries, stride, masks);
 }
 
 // Items of an element for the usual moduli, of 2400 bits in digits of 52 or in limbs.

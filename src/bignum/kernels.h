@@ -24,6 +24,11 @@ void divide(Limb* q, Limb* u, std::size_t u_size, const Limb* d, std::size_t d_s
 // depend on t.
 void montgomery_reduce(Limb* r, Limb* t, const Limb* m, std::size_t n, Limb minus_inverse) noexcept;
 
+// r = a b / 2^(kLimbBits n) modulo m, of n limbs but perhaps not below m. a and b have n limbs, and one of them is below m,
+// or both come from here. r may be either; t has room for 2 n limbs. Otherwise as above. Quicker where a is b.
+void montgomery_multiply(Limb* r, Limb* t, const Limb* a, const Limb* b, const Limb* m, std::size_t n,
+                         Limb minus_inverse) noexcept;
+
 // The greatest common divisor of u and v, both of `size` limbs, at least one of them not 0. Left in u, whose other limbs
 // are 0; v is used up. Variable time.
 void gcd_vt(Limb* u, Limb* v, std::size_t size) noexcept;

@@ -61,6 +61,11 @@ public:
     // r = t / B^size mod m for the 2 * size limbs of t, which are used up; t is below m B^size.
     void reduce(Limb* r, Limb* t) const noexcept { montgomery_reduce(r, t, limbs_.get(), limbs_.size(), minus_inverse_); }
 
+    // r = a b / B^size modulo m, of size() limbs, as montgomery_multiply() says; product has room for twice as many.
+    void multiply(Limb* r, Limb* product, const Limb* a, const Limb* b) const noexcept {
+        montgomery_multiply(r, product, a, b, limbs_.get(), limbs_.size(), minus_inverse_);
+    }
+
     // r = t / 2^64 mod m, for the size() limbs of t, which are used up; t is below 2^64 m. r does not overlap t.
     void reduce_by_64(Limb* r, Limb* t) const noexcept {
         const std::size_t size = limbs_.size();

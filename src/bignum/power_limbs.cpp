@@ -36,15 +36,8 @@ public:
 
     explicit operator bool() const noexcept { return ready_; }
     void set_one(Limb* r) const noexcept { std::copy_n(one_.get(), size_, r); }
-    void multiply(Limb* r, const Limb* a, const Limb* b) const noexcept {
-        bignum::multiply(product_.get(), a, size_, b, size_);
-        m_.reduce(r, product_.get());
-    }
-    void square(Limb* r, const Limb* a) const noexcept {
-        bignum::square(product_.get(), a, size_);
-        m_.reduce(r, product_.get());
-    }
-    // The base may be above the modulus: it is a factor below B^size of a residue.
+    void multiply(Limb* r, const Limb* a, const Limb* b) const noexcept { m_.multiply(r, product_.get(), a, b); }
+    void square(Limb* r, const Limb* a) const noexcept { m_.multiply(r, product_.get(), a, a); }
     void enter(Limb* r, std::span<const Word> base) const noexcept {
         std::fill_n(r, size_, 0);
         load_limbs(r, base.data(), base.size());

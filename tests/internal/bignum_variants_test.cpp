@@ -165,6 +165,22 @@ TEST(BignumVariants, ReduceAlike) {
                     used.push_back(r.back());
                     ASSERT_EQ(used, expected) << words << " words, input " << i << ", in place";
                 });
+                // The upper half by itself, and by all ones.
+                const Limbs b(t.begin() + static_cast<std::ptrdiff_t>(n), t.end());
+                if (compare(b.data(), m.data(), n) >= 0) continue;
+                for (const bool is_square : {false, true}) {
+                    const Limbs a = is_square ? b : Limbs(n, ~Limb{0});
+                    Limbs product(2 * n), rest(n);
+                    multiply_plain(product.data(), a.data(), n, b.data(), n);
+                    montgomery_reduce_plain(rest.data(), product.data(), m.data(), n, minus_inverse);
+                    with_each_row(montgomery_variants, [&](MontgomeryFn* run) {
+                        Limbs r = b, reduced(n);
+                        run(r.data(), product.data(), is_square ? r.data() : a.data(), r.data(), m.data(), n,
+                            minus_inverse);
+                        reduce_once(reduced.data(), r.data(), m.data(), n, 0);
+                        ASSERT_EQ(reduced, rest) << words << " words, input " << i;
+                    });
+                }
             }
         }
     }
