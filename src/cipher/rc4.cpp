@@ -1,4 +1,6 @@
 // RC4.
+#include "base/byte_sum.h"
+
 #include <morvane/cipher.h>
 
 #include <algorithm>
@@ -7,14 +9,7 @@
 
 namespace {
 
-// Adds modulo 256. `to` is below 256 and stays so, of x the low byte counts.
-[[gnu::always_inline]] inline void add_byte(std::size_t& to, std::size_t x) noexcept {
-#if defined(__x86_64__) || defined(__i386__)
-    asm("addb %b1, %b0" : "+q"(to) : "qi"(x) : "cc");
-#else
-    to = (to + x) & 255;
-#endif
-}
+using morvane::add_byte;
 
 // Takes one step of the generator and adds its byte to `from`, giving `to`. x and y stay below 256.
 //
