@@ -10,6 +10,13 @@ template <typename Word>
     asm("" : "+r"(word));
 }
 
+// Keeps a value that is wanted again much later in memory until then. Where registers are few the compiler may otherwise
+// put the one aside that is wanted next.
+template <typename Value>
+[[gnu::always_inline]] inline void set_aside(Value& value) noexcept {
+    asm("" : "+m"(value));
+}
+
 // A table that is looked up by its address in a register. In position-independent code for i386 the compiler otherwise adds
 // up the address of each look-up from three parts, and keeps two registers for it.
 template <typename Table>

@@ -1,35 +1,7 @@
 // DES with AVX2.
 #include "cipher/lanes_avx2.h"
 
-namespace morvane::cipher {
-namespace {
-
-MORVANE_INLINE Lanes all64(std::uint64_t word) noexcept { return _mm256_set1_epi64x(static_cast<long long>(word)); }
-MORVANE_INLINE Lanes bits_and(Lanes a, Lanes b) noexcept { return _mm256_and_si256(a, b); }
-MORVANE_INLINE Lanes bits_or(Lanes a, Lanes b) noexcept { return _mm256_or_si256(a, b); }
-MORVANE_INLINE Lanes bits_and_not(Lanes a, Lanes b) noexcept { return _mm256_andnot_si256(b, a); }
-
-template <int Shift>
-MORVANE_INLINE void exchange(Lanes& low, Lanes& high, Lanes mask) noexcept {
-    const Lanes differing = bits_and(bits_xor(_mm256_srli_epi64(low, Shift), high), mask);
-    high = bits_xor(high, differing);
-    low = bits_xor(low, _mm256_slli_epi64(differing, Shift));
-}
-
-}  // namespace
-}  // namespace morvane::cipher
-
-#include "cipher/des_circuits_binary.h"
-
-namespace morvane::cipher {
-namespace {
-
-using Circuits = BinaryCircuits;
-
-}  // namespace
-}  // namespace morvane::cipher
-
-#include "cipher/des_bitslice.h"
+#include "cipher/des_binary.h"
 
 namespace morvane::cipher {
 

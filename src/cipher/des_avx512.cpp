@@ -4,8 +4,6 @@
 namespace morvane::cipher {
 namespace {
 
-MORVANE_INLINE Lanes all64(std::uint64_t word) noexcept { return _mm512_set1_epi64(static_cast<long long>(word)); }
-
 // Bit 4 * a + 2 * b + c of the table is the value for the bits a, b and c.
 template <int Table>
 MORVANE_INLINE Lanes lut(Lanes a, Lanes b, Lanes c) noexcept {

@@ -20,6 +20,19 @@ MORVANE_INLINE void store(std::uint8_t* bytes, Lanes a) noexcept {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(bytes), a);
 }
 MORVANE_INLINE Lanes bits_xor(Lanes a, Lanes b) noexcept { return _mm256_xor_si256(a, b); }
+MORVANE_INLINE Lanes bits_and(Lanes a, Lanes b) noexcept { return _mm256_and_si256(a, b); }
+MORVANE_INLINE Lanes bits_or(Lanes a, Lanes b) noexcept { return _mm256_or_si256(a, b); }
+MORVANE_INLINE Lanes bits_and_not(Lanes a, Lanes b) noexcept { return _mm256_andnot_si256(b, a); }
+
+MORVANE_INLINE Lanes all64(std::uint64_t word) noexcept { return _mm256_set1_epi64x(static_cast<long long>(word)); }
+template <int Bits>
+MORVANE_INLINE Lanes left64(Lanes a) noexcept {
+    return _mm256_slli_epi64(a, Bits);
+}
+template <int Bits>
+MORVANE_INLINE Lanes right64(Lanes a) noexcept {
+    return _mm256_srli_epi64(a, Bits);
+}
 
 MORVANE_INLINE Lanes all32(std::uint32_t word) noexcept { return _mm256_set1_epi32(static_cast<int>(word)); }
 MORVANE_INLINE Lanes add32(Lanes a, Lanes b) noexcept { return _mm256_add_epi32(a, b); }

@@ -17,6 +17,9 @@ using Lanes = __m512i;
 MORVANE_INLINE Lanes load(const std::uint8_t* bytes) noexcept { return _mm512_loadu_si512(bytes); }
 MORVANE_INLINE void store(std::uint8_t* bytes, Lanes a) noexcept { _mm512_storeu_si512(bytes, a); }
 MORVANE_INLINE Lanes bits_xor(Lanes a, Lanes b) noexcept { return _mm512_xor_si512(a, b); }
+MORVANE_INLINE Lanes bits_and(Lanes a, Lanes b) noexcept { return _mm512_and_si512(a, b); }
+
+MORVANE_INLINE Lanes all64(std::uint64_t word) noexcept { return _mm512_set1_epi64(static_cast<long long>(word)); }
 
 MORVANE_INLINE Lanes all32(std::uint32_t word) noexcept { return _mm512_set1_epi32(static_cast<int>(word)); }
 MORVANE_INLINE Lanes add32(Lanes a, Lanes b) noexcept { return _mm512_add_epi32(a, b); }

@@ -18,6 +18,21 @@ MORVANE_INLINE Lanes load(const std::uint8_t* bytes) noexcept {
 }
 MORVANE_INLINE void store(std::uint8_t* bytes, Lanes a) noexcept { _mm_storeu_si128(reinterpret_cast<__m128i*>(bytes), a); }
 MORVANE_INLINE Lanes bits_xor(Lanes a, Lanes b) noexcept { return _mm_xor_si128(a, b); }
+MORVANE_INLINE Lanes bits_and(Lanes a, Lanes b) noexcept { return _mm_and_si128(a, b); }
+MORVANE_INLINE Lanes bits_or(Lanes a, Lanes b) noexcept { return _mm_or_si128(a, b); }
+MORVANE_INLINE Lanes bits_and_not(Lanes a, Lanes b) noexcept { return _mm_andnot_si128(b, a); }
+
+MORVANE_INLINE Lanes all64(std::uint64_t word) noexcept { return _mm_set1_epi64x(static_cast<long long>(word)); }
+template <int Bits>
+MORVANE_INLINE Lanes left64(Lanes a) noexcept {
+    return _mm_slli_epi64(a, Bits);
+}
+template <int Bits>
+MORVANE_INLINE Lanes right64(Lanes a) noexcept {
+    return _mm_srli_epi64(a, Bits);
+}
+
+MORVANE_INLINE Lanes all32(std::uint32_t word) noexcept { return _mm_set1_epi32(static_cast<int>(word)); }
 
 MORVANE_INLINE Lanes all16(std::uint32_t word) noexcept { return _mm_set1_epi16(static_cast<short>(word)); }
 MORVANE_INLINE Lanes add16(Lanes a, Lanes b) noexcept { return _mm_add_epi16(a, b); }

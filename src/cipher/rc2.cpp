@@ -1,6 +1,8 @@
 // RC2 (RFC 2268).
 #include "cipher/rc2.h"
 
+#include "base/byte_sum.h"
+#include "base/keep_order.h"
 #include "base/wipe.h"
 #include "cipher/exports.h"
 
@@ -119,17 +121,19 @@ void expand_key(E_RC2_KEY_SCHEDULE& schedule, const std::uint8_t* key, std::size
     SecretArray<std::uint8_t, 128> buffer;
     std::uint8_t* const l = buffer.items.data();
     std::copy_n(key, key_len, l);
-    std::uint32_t last = l[key_len - 1];
+    const std::uint8_t* const substitution = at_hand(kSubstitution);
+    std::size_t last = l[key_len - 1];
     for (std::size_t i = key_len; i < 128; ++i) {
-        last = kSubstitution[(last + l[i - key_len]) & 255];
+        add_byte(last, l[i - key_len]);
+        last = substitution[last];
         l[i] = static_cast<std::uint8_t>(last);
     }
     const std::size_t effective_bytes = (effective_bits + 7) / 8;
     const std::uint32_t mask = 255U >> (8 * effective_bytes - effective_bits);
-    last = kSubstitution[l[128 - effective_bytes] & mask];
+    last = substitution[l[128 - effective_bytes] & mask];
     l[128 - effective_bytes] = static_cast<std::uint8_t>(last);
     for (std::size_t i = 128 - effective_bytes; i-- != 0;) {
-        last = kSubstitution[last ^ l[i + effective_bytes]];
+        last = substitution[last ^ l[i + effective_bytes]];
         l[i] = static_cast<std::uint8_t>(last);
     }
     for (std::size_t i = 0; i < 64; ++i) schedule.k[i] = static_cast<std::uint16_t>(l[2 * i] | l[2 * i + 1] << 8);

@@ -5,7 +5,6 @@
 namespace morvane::cipher {
 namespace {
 
-MORVANE_INLINE Lanes bits_and(Lanes a, Lanes b) noexcept { return _mm256_and_si256(a, b); }
 MORVANE_INLINE Lanes shuffle(Lanes table, Lanes at) noexcept { return _mm256_shuffle_epi8(table, at); }
 MORVANE_INLINE Lanes row(const seed::Nibbles& table) noexcept {
     return _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(table.data())));

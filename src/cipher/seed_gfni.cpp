@@ -24,7 +24,6 @@ template <int Bytes>
 MORVANE_INLINE Lanes turn(Lanes x) noexcept {
     return _mm512_ror_epi32(x, 8 * Bytes);
 }
-MORVANE_INLINE Lanes bits_and(Lanes a, Lanes b) noexcept { return _mm512_and_si512(a, b); }
 MORVANE_INLINE Lanes xor_and(Lanes a, Lanes b, Lanes c) noexcept { return _mm512_ternarylogic_epi32(a, b, c, 0x78); }
 MORVANE_INLINE Lanes swap_bytes(Lanes a) noexcept {
     return _mm512_shuffle_epi8(a, _mm512_set4_epi32(0x0c0d0e0f, 0x08090a0b, 0x04050607, 0x00010203));

@@ -1,4 +1,5 @@
 // SHA-256 with the processor's SHA instructions.
+#include "base/keep_order.h"
 #include "hash/sha2_compress.h"
 
 #include <immintrin.h>
@@ -16,14 +17,13 @@ struct Lanes {
 
     // Steps 4 G to 4 G + 3. A group of the message expansion is begun three groups ahead and ended one ahead.
     template <std::size_t G>
-    [[MORVANE_SHA]] inline void group(const std::uint8_t* block) noexcept {
+    [[MORVANE_SHA]] inline void group(const std::uint8_t* block, const std::uint32_t* constants) noexcept {
         if constexpr (G < 4) {
             const __m128i swap = _mm_set_epi64x(0x0c0d0e0f08090a0b, 0x0405060700010203);
             w[G] = _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(block + 16 * G)), swap);
         }
         const __m128i now = w[G % 4];
-        const __m128i constants = _mm_loadu_si128(reinterpret_cast<const __m128i*>(&kSha256Constants[4 * G]));
-        const __m128i words = _mm_add_epi32(now, constants);
+        const __m128i words = _mm_add_epi32(now, _mm_load_si128(reinterpret_cast<const __m128i*>(constants + 4 * G)));
         cdgh = _mm_sha256rnds2_epu32(cdgh, abef, words);
         if constexpr (G >= 3 && G < 15) {
             const __m128i back7 = _mm_alignr_epi8(now, w[(G + 3) % 4], 4);
@@ -35,7 +35,9 @@ struct Lanes {
 
     template <std::size_t... G>
     [[MORVANE_SHA]] inline void groups(const std::uint8_t* block, std::index_sequence<G...> /*all*/) noexcept {
-        (group<G>(block), ...);
+        const std::uint32_t* constants = &kSha256Constants[0];
+        keep_order(constants);  // or the compiler copies all of them to the stack before the first block
+        (group<G>(block, constants), ...);
     }
 };
 
@@ -52,8 +54,10 @@ struct Lanes {
     lanes.abef = _mm_alignr_epi8(cdab, efgh, 8);
     lanes.cdgh = _mm_blend_epi16(efgh, cdab, 0xF0);
     for (; count != 0; --count, blocks += 64) {
-        const __m128i abef_before = lanes.abef;
-        const __m128i cdgh_before = lanes.cdgh;
+        __m128i abef_before = lanes.abef;
+        __m128i cdgh_before = lanes.cdgh;
+        set_aside(abef_before);
+        set_aside(cdgh_before);
         lanes.groups(blocks, std::make_index_sequence<16>{});
         lanes.abef = _mm_add_epi32(lanes.abef, abef_before);
         lanes.cdgh = _mm_add_epi32(lanes.cdgh, cdgh_before);

@@ -26,7 +26,7 @@ Sha512CompressFn sha512_compress_lanes_sse2;
 extern cpu::Dispatch<Sha512CompressFn, 3> sha512_compress;
 
 // The first bits of the fractional parts of the cube roots of the first primes: the constants of the rounds.
-extern const std::array<std::uint32_t, 64> kSha256Constants;
+alignas(16) extern const std::array<std::uint32_t, 64> kSha256Constants;
 extern const std::array<std::uint64_t, 80> kSha512Constants;
 
 }  // namespace morvane::hash

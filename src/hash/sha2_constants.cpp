@@ -68,7 +68,7 @@ constexpr std::array<std::uint32_t, 64> high_words(const std::array<std::uint64_
 }  // namespace
 
 constexpr std::array<std::uint64_t, 80> kSha512Constants = make_constants();
-constexpr std::array<std::uint32_t, 64> kSha256Constants = high_words(kSha512Constants);
+alignas(16) constexpr std::array<std::uint32_t, 64> kSha256Constants = high_words(kSha512Constants);
 static_assert(kSha512Constants[0] == 0x428a2f98d728ae22 && kSha512Constants[79] == 0x6c44198c4a475817);
 static_assert(kSha256Constants[63] == 0xc67178f2);
 
