@@ -34,7 +34,9 @@
  * error cell; where the attribute is required, the service then stores its own code over it.
  *
  * Threads. Distinct sessions may be used on distinct threads at once, one session on one thread at a time. The error cell
- * is one word for the whole process: the last failure on any thread wins. */
+ * is one word for the whole process: the last failure on any thread wins. The Diffie-Hellman parameters that
+ * CSP_GenerateAlgorithmParams made last are the process's too and not locked: it and CSP_DeriveKey take turns, as does what
+ * draws random numbers (see morvane/random.h). */
 #ifndef MORVANE_CSP_H
 #define MORVANE_CSP_H
 

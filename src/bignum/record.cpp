@@ -38,10 +38,11 @@ std::uint32_t EN_Expand(ENUM* x, std::uint32_t n) {
     const std::size_t used = words_in(*x);
     if (used >= n) return n;
     constexpr std::uint32_t kNoMemory = UINT32_MAX;
-    if (n > SIZE_MAX / sizeof(Word)) return kNoMemory;
-    auto* const words = static_cast<Word*>(std::realloc(x->words, n * sizeof(Word)));
+    auto* const words = static_cast<Word*>(std::calloc(n, sizeof(Word)));
     if (words == nullptr) return kNoMemory;
-    std::fill(words + used, words + n, 0);
+    std::copy_n(x->words, used, words);
+    wipe(x->words, used * sizeof(Word));  // which realloc() would leave behind
+    std::free(x->words);
     x->words = words;
     return 0;
 }

@@ -44,19 +44,27 @@ Bytes by_openssl(Write write, const Record* record) {
     return der;
 }
 
+struct Encoding {
+    decltype(E_ASN1_PutDSAParams)* put;
+    decltype(E_ASN1_GetDSAParamsBytes)* bytes;
+    decltype(E_ASN1_GetDSAParams)* get;
+};
+
 // Our encoding is theirs, and read back it is written again.
-template <typename Put, typename Get>
-void expect_encoded(const E_DSA_KEY& key, Put put, Get get, const Bytes& expected) {
-    Bytes der(static_cast<std::size_t>(put(&key, nullptr)));
-    put(&key, der.data());
-    ASSERT_EQ(der, expected);
-    DsaKey read;
-    const std::uint8_t* position = der.data();
-    get(&read, &position, size32(der));
-    ASSERT_EQ(position, der.data() + der.size());
-    Bytes again(der.size());
-    put(&read, again.data());
-    EXPECT_EQ(again, der);
+void expect_encoded(const E_DSA_KEY& key, std::initializer_list<Encoding> encodings, const Bytes& expected) {
+    for (const Encoding& encoding : encodings) {
+        Bytes der(expected.size());
+        ASSERT_EQ(encoding.bytes(&key), static_cast<std::int32_t>(der.size()));
+        encoding.put(&key, der.data());
+        ASSERT_EQ(der, expected);
+        DsaKey read;
+        const std::uint8_t* position = der.data();
+        encoding.get(&read, &position, size32(der));
+        ASSERT_EQ(position, der.data() + der.size());
+        Bytes again(der.size());
+        EXPECT_EQ(encoding.put(&read, again.data()), encoding.put(&read, nullptr));
+        EXPECT_EQ(again, der);
+    }
 }
 
 TEST(DsaAgainstOpenSsl, KeysSignaturesAndEncodings) {
@@ -76,9 +84,20 @@ TEST(DsaAgainstOpenSsl, KeysSignaturesAndEncodings) {
         BN_mod_exp(r.get(), DSA_get0_g(peer.get()), DSA_get0_q(peer.get()), DSA_get0_p(peer.get()), ctx.get());
         EXPECT_TRUE(BN_is_one(r.get()) && !BN_is_one(DSA_get0_g(peer.get())));
 
-        expect_encoded(key, E_ASN1_PutDSAParams, E_ASN1_GetDSAParams, by_openssl(i2d_DSAparams, peer.get()));
-        expect_encoded(key, E_ASN1_PutDSAPublicKey, E_ASN1_GetDSAPublicKey, by_openssl(i2d_DSAPublicKey, peer.get()));
-        expect_encoded(key, E_ASN1_PutKCDSAPrivateKey, E_ASN1_GetKey_KCDSA, by_openssl(i2d_DSAPrivateKey, peer.get()));
+        expect_encoded(key,
+                       {{E_ASN1_PutDSAParams, E_ASN1_GetDSAParamsBytes, E_ASN1_GetDSAParams},
+                        {E_ASN1_PutKCDSAParams, E_ASN1_GetKCDSAParamsBytes, E_ASN1_GetKCDSAParams},
+                        {E_ASN1_PutParameters_KCDSA, E_ASN1_GetKCDSAParamsBytes, E_ASN1_GetParameters_KCDSA}},
+                       by_openssl(i2d_DSAparams, peer.get()));
+        expect_encoded(key,
+                       {{E_ASN1_PutDSAPublicKey, E_ASN1_GetDSAPublicKeyBytes, E_ASN1_GetDSAPublicKey},
+                        {E_ASN1_PutKCDSAPublicKey, E_ASN1_GetKCDSAPublicKeyBytes, E_ASN1_GetKCDSAPublicKey}},
+                       by_openssl(i2d_DSAPublicKey, peer.get()));
+        expect_encoded(key,
+                       {{E_ASN1_PutDSAPrivateKey, E_ASN1_GetDSAPrivateKeyBytes, E_ASN1_GetDSAPrivateKey},
+                        {E_ASN1_PutKCDSAPrivateKey, E_ASN1_GetKCDSAPrivateKeyBytes, E_ASN1_GetKCDSAPrivateKey},
+                        {E_ASN1_PutKCDSAPrivateKey, E_ASN1_GetKCDSAPrivateKeyBytes, E_ASN1_GetKey_KCDSA}},
+                       by_openssl(i2d_DSAPrivateKey, peer.get()));
 
         for (int i = 0; i < 60; ++i) {
             const Bytes hash = random.bytes(i % 2 == 0 ? q_bits / 8 : random.below(q_bits / 8));
@@ -119,6 +138,7 @@ TEST(DhAgainstOpenSsl, SecretsAndParameters) {
         EXPECT_EQ(codes & (DH_CHECK_P_NOT_PRIME | DH_CHECK_P_NOT_SAFE_PRIME), 0);
         const Bytes der = by_openssl(i2d_DHparams, peer.get());
         Bytes ours(der.size());
+        ASSERT_EQ(E_ASN1_GetDHParamsBytes(&key), static_cast<std::int32_t>(der.size()));
         ASSERT_EQ(E_ASN1_PutDHParams(&key, ours.data()), static_cast<std::int32_t>(der.size()));
         EXPECT_EQ(ours, der);
         E_DH_KEY read{};

@@ -244,6 +244,17 @@ TEST(Groups, RecordsThatAreNoneAreRefused) {
     EXPECT_TRUE(refused([](Key& key) { key.q.words[0] &= ~1U; }));
     EXPECT_TRUE(refused([](Key& key) { EN_U32ToENUM(&key.q, 1); }));
 
+    // A y of more words than p counts modulo p.
+    Key longer;
+    std::memcpy(static_cast<E_DSA_KEY*>(&longer), static_cast<const E_DSA_KEY*>(&good), sizeof(E_DSA_KEY));
+    E_DSA_Init(&longer);
+    std::uint8_t sig[700];
+    std::int32_t sig_len = 0;
+    ASSERT_EQ(E_KCDSA_Sign(hash, 20, sig, &sig_len, &good), 1);
+    std::copy_n(longer.p.words, longer.p.length, longer.y.words + longer.p.length);
+    longer.y.length = 2 * longer.p.length;
+    EXPECT_EQ(E_KCDSA_Verify(hash, 20, sig, sig_len, &longer), 1);
+
     // What is told in the header of E_DSA_Verify.
     const std::uint8_t one_and_zero[] = {0x30, 6, 2, 1, 1, 2, 1, 0};
     EXPECT_EQ(E_DSA_Verify(hash, 20, one_and_zero, 8, &good), 1);
@@ -261,6 +272,7 @@ TEST(Dh, KeysByTheirRecord) {
     std::uint8_t out[8] = {0xee, 0xee};
     EXPECT_EQ(E_DH_ComputeKey(out, Integer(2U), &key), 1) << "no zeros in front";
     EXPECT_TRUE(out[0] == 0x3b && out[1] == 0xee);
+    EXPECT_EQ(E_DH_ComputeKey(out, Integer("ffffffffffffffc50000000000000002"), &key), 1) << "2 again, modulo p";
 
     key.x.words = key.y.words = nullptr;
     EXPECT_EQ(E_DH_ComputeKey(out, Integer(2U), &key), -1);
