@@ -41,7 +41,7 @@ std::uint32_t EN_Expand(ENUM* x, std::uint32_t n) {
     auto* const words = static_cast<Word*>(std::calloc(n, sizeof(Word)));
     if (words == nullptr) return kNoMemory;
     std::copy_n(x->words, used, words);
-    wipe(x->words, used * sizeof(Word));  // which realloc() would leave behind
+    if (used != 0) wipe(x->words, used * sizeof(Word));  // which realloc() would leave behind
     std::free(x->words);
     x->words = words;
     return 0;
