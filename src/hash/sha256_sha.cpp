@@ -35,7 +35,7 @@ struct Lanes {
 
     template <std::size_t... G>
     [[MORVANE_SHA]] inline void groups(const std::uint8_t* block, std::index_sequence<G...> /*all*/) noexcept {
-        const std::uint32_t* constants = &kSha256Constants[0];
+        const std::uint32_t* constants = kSha256Constants.data();
         keep_order(constants);  // or the compiler copies all of them to the stack before the first block
         (group<G>(block, constants), ...);
     }
