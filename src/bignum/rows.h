@@ -31,6 +31,16 @@ inline Limb subtract(LimbInWords* r, const LimbInWords* a, const LimbInWords* b,
     return borrow;
 }
 
+// t = t + 1, in a time that does not depend on how far it carries.
+inline void add_one(Limb* t, std::size_t n) noexcept {
+    Limb carry = 1;
+    for (std::size_t i = 0; i < n; ++i) {
+        const DoubleLimb sum = wide(t[i]) + carry;
+        t[i] = low(sum);
+        carry = high(sum);
+    }
+}
+
 // r = a w; the carry out.
 inline Limb multiply_row(LimbInWords* r, const LimbInWords* a, std::size_t n, Limb w) noexcept {
     Limb carry = 0;

@@ -110,7 +110,7 @@ public:
         WorkWords words(product.size() * kWordsPerLimb);
         if (!product || !words) return false;
         multiply(product.get(), this->m_.limbs(), this->m_.size(), k, limbs_for(2));
-        for (std::size_t i = 0; ++product[i] == 0;) ++i;
+        add_one(product.get(), product.size());
         store_limbs(words.get(), product.get(), words.size());
         to_digits<Bits>(above, size, {words.get(), words.size()}, Bits);
         return true;
@@ -134,7 +134,7 @@ public:
         for (std::size_t i = 1, next = 0; i < size; i = next) {
             next = std::min(2 * i, size);
             multiply(e.get(), this->m_.limbs(), next, x.get(), i);
-            for (std::size_t at = i; at < next && ++e[at] == 0;) ++at;
+            add_one(e.get() + i, next - i);
             multiply(ex.get(), x.get(), i, e.get() + i, next - i);
             std::copy_n(ex.get(), next - i, x.get() + i);
         }
