@@ -118,11 +118,13 @@ public:
         WorkLimbs work(size);
         WorkLimbs m(size);
         if (!work || !m) return false;
-        std::fill_n(m.get(), size, 0);
-        const std::size_t limbs = slack / kLimbBits;
-        shift_left(m.get() + limbs, limbs_.get(), size - limbs, slack % kLimbBits);
+        std::copy_n(limbs_.get(), size, m.get());
         std::fill_n(x, size, 0);
         const std::size_t start = std::min(bits, bits_in(words_) - 1 + slack);
+        for (std::size_t left = slack, step = 0; left != 0; left -= step) {
+            step = std::min<std::size_t>(left, kLimbBits - 1);
+            shift_left(m.get(), m.get(), size, static_cast<unsigned>(step));
+        }
         x[start / kLimbBits] = Limb{1} << start % kLimbBits;  // below the modulus, whose top bit is there or above
         for (std::size_t i = start; i < bits; ++i) twice(x, m.get(), work.get(), size);
         return true;
