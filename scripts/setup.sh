@@ -13,7 +13,8 @@ declare -A packages=(
     [docs]="doxygen"
     [wine]="libc6-i386 debian-archive-keyring"
     [fuzz]="clang libclang-rt-dev"
-    [secrets]="valgrind"
+    [coverage]="gcovr"
+    [secrets]="valgrind debian-archive-keyring"
     [lint]="clang-format clang-tidy shellcheck git"
     [bench]="pkg-config libbenchmark-dev libssl-dev nettle-dev libgcrypt20-dev libbotan-2-dev libcrypto++-dev librhash-dev
         libgmp-dev"

@@ -59,6 +59,8 @@ TEST_F(CspKey, DataIsTheExpandedKey) {
     E_RC4_KeySchedule(Record{rc4.data()}, bytes.data(), 13);
     begin(CSP_ALG_RC4);
     EXPECT_EQ(generated(13), rc4);
+    begin(CSP_ALG_NULL_CIPHER);
+    EXPECT_EQ(generated(5), Bytes());
 }
 
 TEST_F(CspKey, HeaderSaysWhatItIs) {

@@ -182,6 +182,13 @@ TEST_P(EcDifferential, AgreementAndEncryption) {
                                                          In(b.public_key), In(b2.public_key), In(info), key_octets, out);
                              }),
                   (Written{0, x963(z2 + z, info, length)}));
+        for (const auto& [fixed, of_this] :
+             {std::pair{b, Bytes(2 * size + 1, 4)}, {KeyPair{{}, Bytes(9)}, b2.public_key}}) {
+            EXPECT_EQ(E_ECC_X9_63_FUMS(ours.id, &ours.params, In(a.private_key), In(a2.private_key), In(fixed.public_key),
+                                       In(of_this), In(info), key_octets, Out(length)),
+                      -4)
+                << "no point";
+        }
 
         const Bytes text = random.bytes(1 + random.below(2500));
         const Bytes sent = ours.encrypt(text, a.public_key).bytes;

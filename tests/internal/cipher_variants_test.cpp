@@ -5,6 +5,7 @@
 #include "cipher/rc2.h"
 #include "cipher/rc5.h"
 #include "cipher/seed.h"
+#include "cipher/xor_into.h"
 #include "internal/each_row.h"
 #include "support/stack_call.h"
 
@@ -74,6 +75,16 @@ TEST(WideRoutines, AgreeWithTheLanesInGeneralRegisters) {
     expect_rows_agree("rc2", cipher::rc2_blocks, 150);
     expect_rows_agree("rc5", cipher::rc5_blocks, 150, E_RC5_MAX_ROUNDS);
     expect_rows_agree("seed", cipher::seed_blocks, 70);
+}
+
+TEST(Xor, RowsAgree) {
+    Random random(20302);
+    const Bytes with = random.bytes(64), text = random.bytes(64);
+    with_each_row(cipher::xor_into, [&](auto* run) {
+        Bytes result = text;
+        run(result.data(), with.data(), 40);
+        for (std::size_t i = 0; i < 64; ++i) EXPECT_EQ(result[i], i < 40 ? text[i] ^ with[i] : text[i]) << i;
+    });
 }
 
 #if defined(__i386__)

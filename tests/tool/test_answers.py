@@ -38,9 +38,10 @@ class AnswersTest(ToolTest):
         self.run_tool("selftest", "--break", "none", code=USAGE)
 
     def test_speed(self):
-        rows = self.ask("speed", "--seconds", "0.0001", "SHA1", "seed-cbc", "secp160r1", "dsa", "rc4", "dh", "rsa-1024-verify", "prime-512")["rows"]
+        rows = self.ask("speed", "--seconds", "0.0001", "SHA1", "seed-cbc", "secp160r1", "dsa", "rc4", "dh", "rsa-1024", "kcdsa", "hmac-sha1",
+                        "prime-512")["rows"]
         self.assertEqual({(row["name"], row.get("bytes")) for row in rows if "bytes" in row},
-                         {(name, size) for name in ("sha1", "seed-cbc-encrypt", "seed-cbc-decrypt", "rc4-encrypt") for size in (64, 16384)})
+                         {(name, size) for name in ("sha1", "hmac-sha1", "seed-cbc-encrypt", "seed-cbc-decrypt", "rc4-encrypt") for size in (64, 16384)})
         self.assertTrue(all(row.get("mb_per_s", row.get("operations_per_s")) > 0 for row in rows))
         self.assertIn("secp160r1-ecdsa-verify", [row["name"] for row in rows])
         self.assertRegex(self.run_tool("speed", "md2", "--seconds", "0.001")[0], rb"^md2 +64 +[\d.]+ MB/s\nmd2 +16384 +[\d.]+ MB/s\n$")

@@ -248,12 +248,13 @@ class KeyTest(ToolTest):
                  ("genkey", "ec", *new), ("genkey", "eckcdsa", "--curve", "secp160k1", *new),
                  ("genkey", "ec", "--curve", "secp160r1", "--bits", "160", *new), ("genkey", "ec", "--curve", "secp160r1", "--params", "ec", *new),
                  ("sign", "--key", "ec", "--hash", "sha256"), ("sign", "--key", "eckcdsa", "--hash", "sha1"), ("sign", "--key", "ec", "--old"),
-                 ("sign", "--key", "ec", "--salt", "1"), *(("genkey", kind, "--curve", "secp160r1", *new) for kind in ("rsa", "dsa", "kcdsa", "dh")))
+                 ("sign", "--key", "ec", "--salt", "1"), ("genkey", "dh", "--kind", "seeded", *new), ("genkey", "dh", "--bits", "4801", *new),
+                 ("genkey", "dh", "--params", "dh", "--bits", "64", *new), ("genkey", "dsa", "--out", "-", "--public", "-", "--format", "der"), *(("genkey", kind, "--curve", "secp160r1", *new) for kind in ("rsa", "dsa", "kcdsa", "dh")))
         for arguments in cases[::5] if IS_WINDOWS else cases:
             self.assertEqual(self.run_tool(*arguments, code=USAGE)[0], b"", arguments)
         for arguments in (("sign", "--key", "public"), ("sign", "--key", "dh"), ("derive", "--key", "dsa", "--peer", "dsa"),
                           ("genkey", "dh", "--params", "dsa", *new), ("sign", "--kind", "kcdsa", "--key", "dh"),
-                          ("derive", "--key", "eckcdsa", "--peer", "ec"), ("ec", "encrypt", "--key", "eckcdsa"), ("ec", "encrypt", "--key", "ec"),
+                          ("derive", "--key", "eckcdsa", "--peer", "ec"), ("verify", "--key", "dh", "--signature", "dh"), ("ec", "encrypt", "--key", "eckcdsa"), ("ec", "encrypt", "--key", "ec"),
                           ("genkey", "dsa", "--out", "public")):
             self.assertEqual(self.run_tool(*arguments, code=INPUT_OUTPUT)[0], b"", arguments)
         self.assertEqual(sorted(os.listdir()), names)

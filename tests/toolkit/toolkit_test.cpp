@@ -120,6 +120,8 @@ TEST_F(Toolkit, WtlsFieldsOfWhatIsNoKey) {
     EXPECT_EQ(to_hex(key, key_length), "3006020100020100");
     K_free(context, key);
     EXPECT_EQ(K_WTLSPublicKey2RSA(context, nullptr, 1, nullptr, 0, &key, &key_length), std::uint32_t{KERR_NOT_READY});
+    EXPECT_EQ(K_RSAPublicKey2WTLS(context, nullptr, 0, &exponent, &exponent_length, nullptr, &modulus_length),
+              std::uint32_t{KERR_NOT_READY});
     EXPECT_EQ(K_WTLSPublicKey2RSA(nullptr, nullptr, 0, nullptr, 0, &key, &key_length), 0xffffffffU);
     EXPECT_EQ(K_RSAPublicKey2WTLS(nullptr, nullptr, 0, &exponent, &exponent_length, &modulus, &modulus_length),
               0xffffffffU);
