@@ -20,8 +20,8 @@
  * same context. A call that fails hands out nothing and leaves no block behind. Keys and copies of messages are wiped.
  *
  * Threads. A context is used by one thread at a time; different contexts do not know of one another. What draws random
- * numbers takes turns across all of them (see morvane/random.h): K_GenRandom, K_Encryption, K_KeyShareEncode, what makes key
- * pairs, encryption with public keys, and all that signs but K_RSASign. */
+ * numbers takes turns across all of them (see morvane/random.h): K_GenRandom, K_Encryption, K_KeyShareEncode, what makes
+ * key pairs, encryption with public keys, and all that signs but K_RSASign. */
 #ifndef MORVANE_TOOLKIT_H
 #define MORVANE_TOOLKIT_H
 
