@@ -42,17 +42,6 @@ struct Scheme {
     {Scheme::kEckcdsa, 5, "302d0414315aae8d3999f57128bdeda5789336058b4c0b120415025fc6e6f02d37ec3e60371626902e7c128483e71a"},
     {Scheme::kEckcdsa, 7, "302c04141b5db55884807b546e902c97c9ee2507e27d56080414d31eb19f79c04f3f439470599dbfefc2dbc9ca19"}};
 
-Integer power(const Integer& base, const Integer& exponent, const Integer& m) {
-    Integer r;
-    EN_Mod_Exp(r, base, exponent, m);
-    return r;
-}
-Integer inverse(const Integer& a, const Integer& m) {
-    Integer r;
-    EN_Mod_Inv(r, a, m);
-    return r;
-}
-
 struct GroupKey : E_DSA_KEY {
     explicit GroupKey(bool of_inverse) : E_DSA_KEY{} {
         E_DSA_Init(this);
@@ -69,9 +58,7 @@ struct CurveKey {
 
     CurveKey(std::int32_t curve, bool of_inverse) {
         E_ECParams_Init(curve, &params);
-        Integer n;
-        EN_Copy(n, &params.n);
-        const Integer exponent = of_inverse ? inverse(kX, n) : Integer(kX);
+        const Integer exponent = of_inverse ? inverse(kX, Integer(params.n)) : Integer(kX);
         std::uint32_t scalar[E_EC_WORDS] = {};
         std::copy_n(Integer(exponent)->words, Integer(exponent)->length, scalar);
         TORVA_V1_POINT base = {}, product;
@@ -87,18 +74,15 @@ bool is_dsa_signature(const Bytes& block) {
     std::vector<Integer> numbers;
     std::size_t at = 2;
     while (at + 2 <= block.size() && block[at] == 2 && at + 2 + block[at + 1] <= block.size()) {
-        const Bytes octets(block.data() + at + 2, block.data() + at + 2 + block[at + 1]);
-        EN_U8ToENUM(numbers.emplace_back(), octets.data(), size32(octets));
-        at += 2 + octets.size();
+        numbers.emplace_back(Bytes(block.data() + at + 2, block.data() + at + 2 + block[at + 1]));
+        at += 2U + block[at + 1];
     }
     if (numbers.size() != 2) return false;
     const ENUM both[] = {*static_cast<ENUM*>(numbers[0]), *static_cast<ENUM*>(numbers[1])};
     Bytes again(static_cast<std::size_t>(E_ASN1_GetENUMBytes(both, 2)));
     E_ASN1_PutENUM(both, 2, again.data());
     if (again != block) return false;
-    Integer hash;
-    EN_U8ToENUM(hash, kMessage.data(), size32(kMessage));
-    const Integer p = kP, q = kQ, w = inverse(numbers[1], q);
+    const Integer hash(kMessage), p = kP, q = kQ, w = inverse(numbers[1], q);
     const Integer v = power(kG, hash * w % q, p) * power(power(kG, kX, p), numbers[0] * w % q, p) % p % q;
     return v == numbers[0];
 }

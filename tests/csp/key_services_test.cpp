@@ -154,13 +154,8 @@ TEST(CspDerive, MakesTheKeyOfTheSecret) {
     std::free(params.Data);
 
     Bytes x(24, 0x37), y(20, 0x91), secret(32);
-    const auto integer = [](const Bytes& octets) {
-        Integer number;
-        EN_U8ToENUM(number, octets.data(), size32(octets));
-        return number;
-    };
-    EN_Copy(&dh.x, integer(x));
-    ASSERT_GE(E_DH_ComputeKey(secret.data(), integer(y), &dh), 16);
+    EN_Copy(&dh.x, Integer(x));
+    ASSERT_GE(E_DH_ComputeKey(secret.data(), Integer(y), &dh), 16);
     CSSM_KEY base{};
     base.KeyData = {24, x.data()};
     const CSSM_DATA peer = {20, y.data()}, label = {16, secret.data()};

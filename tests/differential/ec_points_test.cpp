@@ -145,59 +145,6 @@ TEST_P(PointsDifferential, MultiplesOfPoints) {
     }
 }
 
-// The calls on projective points of any z, with sums of equal, opposite and infinite ones.
-TEST_P(PointsDifferential, ProjectivePoints) {
-    const std::vector<Scalar> all = scalars(40);
-    const auto projective = [&](const EC_POINT* theirs) {
-        const TORVA_V1_POINT affine = ours(theirs);
-        TORVA_V1_PROJECTIVE r;
-        EXPECT_EQ(TORVA_V1_toProjective(id, nullptr, &affine, &r), 0);
-        return r;
-    };
-    const auto expect = [&](const TORVA_V1_PROJECTIVE& r, const EC_POINT* theirs) {
-        TORVA_V1_POINT affine;
-        EXPECT_EQ(TORVA_V1_toAffine(id, nullptr, &r, &affine), 0);
-        EXPECT_TRUE(are_equal(affine, ours(theirs)));
-    };
-    Point theirs = point();
-    EC_POINT_set_to_infinity(group.get(), theirs.get());
-    TORVA_V1_PROJECTIVE p = projective(theirs.get());
-    Point sum = point();
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        SCOPED_TRACE("scalar " + std::to_string(i) + ", seed " + std::to_string(kSeed));
-        const Scalar& k = all[i];
-        TORVA_V1_PROJECTIVE r;
-        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &p, &p, &r), 0);
-        EC_POINT_dbl(group.get(), sum.get(), theirs.get(), nullptr);
-        expect(r, sum.get());
-        EXPECT_EQ(TORVA_V1_pdouble(id, nullptr, &p, &r), 0);
-        expect(r, sum.get());
-        EC_POINT_copy(sum.get(), theirs.get());
-        EC_POINT_invert(group.get(), sum.get(), nullptr);
-        r = projective(sum.get());
-        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &p, &r, &r), 0);
-        EXPECT_TRUE(std::all_of(r.z, r.z + 6, [](std::uint32_t word) { return word == 0; }));
-        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &r, &p, &r), 0);
-        expect(r, theirs.get());
-
-        EXPECT_EQ(TORVA_V1_psmul(id, nullptr, k.words, 6, &p, &r), 0);
-        expect(r, multiple(nullptr, &k, theirs.get()).get());
-        if (i % 16 == 0) {
-            const TORVA_V1_POINT affine = ours(theirs.get());
-            TORVA_V1_POINT table[TORVA_V1_COMB_POINTS];
-            TORVA_V1_POINT product;
-            EXPECT_EQ(TORVA_V1_combPrecompute(id, nullptr, &affine, table), 0);
-            EXPECT_EQ(TORVA_V1_combMultiply(id, nullptr, k.words, 6, table, &product), 0);
-            EXPECT_TRUE(are_equal(product, ours(multiple(nullptr, &k, theirs.get()).get())));
-        }
-        const Point addend = multiple(&k, nullptr, nullptr);
-        r = projective(addend.get());
-        EXPECT_EQ(TORVA_V1_padd(id, nullptr, &p, &r, &p), 0);
-        EC_POINT_add(group.get(), theirs.get(), theirs.get(), addend.get(), nullptr);
-        expect(p, theirs.get());
-    }
-}
-
 TEST_P(PointsDifferential, ScalarsModuloTheOrder) {
     const Number mod(BN_new(), BN_free);
     const std::unique_ptr<BN_CTX, void (*)(BN_CTX*)> ctx(BN_CTX_new(), BN_CTX_free);

@@ -4,6 +4,11 @@
 
 #include <algorithm>
 
+#if defined(__linux__)
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
 namespace {
 
 using namespace morvane::test;
@@ -19,12 +24,6 @@ protected:
     Bytes text = from_text("message");
 
     Bytes bare(const KeyPair& pair) const { return {pair.private_key.begin() + 2, pair.private_key.end()}; }
-    // 0x30, then r and s as they are.
-    Bytes der(const Bytes& r, const Bytes& s) const {
-        const auto octet = [](std::size_t length) { return Bytes{static_cast<std::uint8_t>(length)}; };
-        return Bytes{0x30} + octet(r.size() + s.size() + 4) + Bytes{2} + octet(r.size()) + r + Bytes{2} + octet(s.size()) +
-               s;
-    }
 };
 
 TEST_P(EcSchemes, KeysHaveTheirLayoutAndServe) {
@@ -123,47 +122,6 @@ TEST_P(EcSchemes, PublicKeysThatAreNone) {
     }
 }
 
-TEST_P(EcSchemes, BlocksThatAreNone) {
-    const Bytes block = curve.ecdsa(text, keys.private_key);
-    const auto split = block.begin() + 4 + block[3];
-    const Bytes r(block.begin() + 4, split), s(split + 2, block.end());
-    ASSERT_EQ(curve.verify_ecdsa(text, der(r, s), keys.public_key), 1);
-    Bytes inner_trailing = block + Bytes{0};
-    inner_trailing[1]++;
-    Bytes long_form = block;
-    long_form.insert(long_form.begin() + 1, 0x81);
-    const std::vector<Bytes> none = {{},
-                                     Bytes(block.begin(), block.end() - 1),
-                                     block + Bytes{0},
-                                     inner_trailing,
-                                     long_form,
-                                     der(Bytes{0} + r, s),
-                                     der(r, Bytes{0, 0} + s),
-                                     der({}, s),
-                                     der(r, {}),
-                                     der({0}, s),
-                                     der(r, {0}),
-                                     der(Bytes{0xff} + r, s),
-                                     der(s, r)};
-    for (const Bytes& other : none) {
-        EXPECT_EQ(curve.verify_ecdsa(text, other, keys.public_key), 0) << to_hex(other);
-    }
-
-    const Bytes good = curve.eckcdsa(text, keys_of_kcdsa);
-    ASSERT_EQ(good.size(), size + 26);
-    const auto verify = [&](const Bytes& changed) { return curve.verify_eckcdsa(text, changed, keys_of_kcdsa.public_key); };
-    for (const std::size_t at : {0U, 1U, 2U, 3U, 24U, 25U}) EXPECT_EQ(verify(flipped(good, at)), 0) << at;
-    for (std::size_t length = 0; length < good.size(); ++length) {
-        EXPECT_EQ(verify({good.begin(), good.begin() + static_cast<std::ptrdiff_t>(length)}), 0) << length;
-    }
-    EXPECT_EQ(verify(good + Bytes{0}), 0);
-    Bytes longer = good;  // s with a zero in front
-    longer.insert(longer.begin() + 26, 0);
-    longer[1]++;
-    longer[25]++;
-    EXPECT_EQ(verify(longer), size == 20 ? 1 : 0);
-}
-
 TEST_P(EcSchemes, EncryptionOpensWhatItClosedAndNothingElse) {
     const std::size_t point = 2 * size + 1;
     for (const std::size_t length : {1U, 19U, 20U, 21U, 999U, 1000U, 1001U, 2020U}) {
@@ -225,55 +183,97 @@ TEST_P(EcSchemes, MissingRecordsAndUnknownCurves) {
     }
 }
 
-// Key pair and signature were computed with OpenSSL.
-TEST_P(EcSchemes, FixedKeyPairSignsAsItAlwaysDid) {
-    struct Known {
-        std::int32_t curve;
-        const char* public_key;
-        const char* block;  // of "abc" with k = 0102..14
+#if defined(__linux__)
+// Processes that forked have one random state. One k for two messages would show as one r.
+TEST_P(EcSchemes, ForkedProcessesSignWithDifferentScalars) {
+    // What a child puts first into its block: the head and most of r.
+    const auto by_child = [](const auto& sign) {
+        constexpr std::size_t kBeginning = 20;
+        int ends[2];
+        EXPECT_EQ(pipe(ends), 0);
+        const pid_t child = fork();
+        if (child == 0) _exit(write(ends[1], sign().data(), kBeginning) == kBeginning ? 0 : 1);
+        int status = -1;
+        EXPECT_TRUE(waitpid(child, &status, 0) == child && status == 0);
+        Bytes block(kBeginning);
+        EXPECT_EQ(read(ends[0], block.data(), kBeginning), static_cast<ssize_t>(kBeginning));
+        for (const int end : ends) close(end);
+        return Bytes(block.begin() + 4, block.end());
     };
-    constexpr Known kKnown[] = {
-        {3, "04029cddd03bb13bab78dee673a021de3aabf5e57b6b01ffef666d1273b63b2d5030dd3bc06a35901ec101",
-         "302d04144a2eb03130daffb50d85b7e17b85daa52aa44256041503929cb352821d468c302ac21f20c3fc43a91db974"},
-        {5, "0406f6444c08559f5830d8577799a1e0cd704a1cc82a023ba331e1853ad2f6832b4e789c464b62d0a679a1",
-         "302d041454dcd2a1afd4900f8b4680e126bc8006ceaa28ff04150001d895fe3799b2f5d7c5f349fc3ab4d21f297aec"},
-        {7, "04e1ea813c25f6cb46d29487f3a206bcdc11fae84bbc314c9a98a2300b173fd4abbd6dd7050b6348de",
-         "302c041448432233d4fa25f90d6f798d5ce0d2a7ec831fb30414a86cd34d2913ef8f36c489d7788d93ec7c270812"},
-    };
-    const Known& known =
-        *std::find_if(std::begin(kKnown), std::end(kKnown), [&](const Known& row) { return row.curve == curve.id; });
+    const auto ecdsa = [&](const Bytes& message) { return curve.ecdsa(message, keys.private_key); };
+    const auto eckcdsa = [&](const Bytes& message) { return curve.eckcdsa(message, keys_of_kcdsa); };
+    EXPECT_NE(by_child([&] { return ecdsa({1}); }), by_child([&] { return ecdsa({2}); }));
+    EXPECT_NE(by_child([&] { return eckcdsa({1}); }), by_child([&] { return eckcdsa({2}); }));
+}
+#endif
+
+INSTANTIATE_TEST_SUITE_P(Curves, EcSchemes, testing::ValuesIn(kCurves), testing::PrintToStringParamName());
+
+// The diagnostic calls: one key pair, and what they print. The other fields are those of a signature.
+void expect_diagnostics(const Curve& curve, const Vector& vector) {
     testing::internal::CaptureStdout();
     const KeyPair pair = curve.generate(E_ECC_GenerateKeyPair_ECKCDSA_TEST);
     const std::string printed = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(to_hex(pair.public_key), known.public_key);
-    EXPECT_EQ(printed.rfind("\nd = 000000000123456789ABCDEFFEDCBA98765432100F1E2D3C\ndInv = ", 0), 0U) << printed;
-    EXPECT_NE(printed.find("\nQx = "), std::string::npos);
-    const Bytes k = from_hex("0102030405060708090a0b0c0d0e0f1011121314");
-    const Bytes abc = from_text("abc");
-    const Written block = written_by(E_ECKCDSA_SIGNATURE_OCTETS, [&](auto& out) {
-        return E_ECKCDSA_Sign_givenK(curve.id, &curve.params, In(abc), out, In(pair.private_key), In(pair.public_key),
-                                     In(k));
-    });
-    EXPECT_EQ(block, (Written{0, from_hex(known.block)}));
+    EXPECT_EQ(pair.private_key, (Bytes{2, static_cast<std::uint8_t>(curve.size())} + vector.bytes("d")));
+    EXPECT_EQ(to_hex(pair.public_key), vector.text("qk"));
+    EXPECT_EQ(printed.rfind(vector.text("printed"), 1), 1U) << printed;
+    EXPECT_TRUE(printed.find("\ndInv = ") < printed.find("\nQx = ")) << printed;
 
-    const auto verify = [&](const Bytes& changed) {
+    const auto verify = [&](const Bytes& block) {
         testing::internal::CaptureStdout();
         const std::int32_t result =
-            E_ECKCDSA_Verify_TEST(curve.id, &curve.params, In(abc), In(changed), In(pair.public_key));
+            E_ECKCDSA_Verify_TEST(curve.id, &curve.params, In(vector.bytes("message")), In(block), In(vector.bytes("qk")));
         return std::pair(result, testing::internal::GetCapturedStdout());
     };
-    const auto [valid, lines] = verify(block.bytes);
+    const Bytes block = vector.bytes("eckcdsa");
+    const auto [valid, lines] = verify(block);
     EXPECT_EQ(valid, 1);
-    std::string r = to_hex({block.bytes.begin() + 4, block.bytes.begin() + 24});
-    std::transform(r.begin(), r.end(), r.begin(), [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
     EXPECT_EQ(lines.rfind("\nH = ", 0), 0U) << lines;
-    EXPECT_NE(lines.find("\ne = "), std::string::npos) << lines;
-    EXPECT_NE(lines.find("\nh(x) = " + r + "\n"), std::string::npos) << lines;
-    EXPECT_EQ(verify(flipped(block.bytes, 30)).first, 0);
-    EXPECT_EQ(verify(flipped(block.bytes, 0)), (std::pair<std::int32_t, std::string>(0, "")));
+    EXPECT_LT(lines.find("\ne = "), lines.find("\n" + vector.text("found") + "\n")) << lines;
+    EXPECT_EQ(verify(flipped(block, 30)).first, 0);
+    EXPECT_EQ(verify(flipped(block, 0)), (std::pair<std::int32_t, std::string>(0, "")));
 }
 
-INSTANTIATE_TEST_SUITE_P(Curves, EcSchemes, testing::ValuesIn(kCurves), testing::PrintToStringParamName());
+TEST(EcVectors, AreMet) {
+    for (const Vector& vector : load_vectors("ec_schemes.txt")) {
+        const Curve curve(std::stoi(vector.text("curve")));
+        SCOPED_TRACE(vector.text("curve") + ", d = " + vector.text("d"));
+        const auto in = [&](const char* name) { return In(vector.bytes(name)); };
+        const auto expect = [&](const char* name, const auto& call) {
+            EXPECT_EQ(written_by(vector.bytes(name).size(), call), (Written{0, vector.bytes(name)})) << name;
+        };
+        const Bytes text = vector.bytes("message"), d = vector.bytes("d"), block = vector.bytes("eckcdsa");
+        expect("eckcdsa", [&](auto& out) {
+            return E_ECKCDSA_Sign_givenK(curve.id, &curve.params, In(text), out, In(d), in("qk"), in("k"));
+        });
+        EXPECT_EQ(curve.verify_eckcdsa(text, block, vector.bytes("qk")), 1);
+        EXPECT_EQ(curve.verify_eckcdsa(text + Bytes{0}, block, vector.bytes("qk")), 0);
+        Bytes longer = block;  // s with a zero in front
+        longer.insert(longer.begin() + 26, 0);
+        ++longer[1], ++longer[25];
+        EXPECT_EQ(curve.verify_eckcdsa(text, longer, vector.bytes("qk")), curve.id == 7 ? 1 : 0);
+        if (vector.has("printed")) {
+            expect_diagnostics(curve, vector);
+            continue;
+        }
+        EXPECT_EQ(curve.verify_ecdsa(text, vector.bytes("ecdsa"), vector.bytes("q")), 1);
+        EXPECT_EQ(curve.verify_ecdsa(text + Bytes{0}, vector.bytes("ecdsa"), vector.bytes("q")), 0);
+        EXPECT_EQ(curve.ecdh(d, vector.bytes("q2")), (Written{0, vector.bytes("z")}));
+        const auto length = [&](const char* name) { return static_cast<std::int32_t>(vector.bytes(name).size()); };
+        expect("kas", [&](auto& out) {
+            return E_ECC_X9_63_KAS_OPDHS(curve.id, &curve.params, In(d), in("q2"), in("info"), length("kas"), out);
+        });
+        const auto fums = [&](const Bytes& fixed, const Bytes& of_this, Out& out) {
+            return E_ECC_X9_63_FUMS(curve.id, &curve.params, In(d), in("e"), In(fixed), In(of_this), in("info"),
+                                    length("fums"), out);
+        };
+        const Bytes q2 = vector.bytes("q2"), f = vector.bytes("f");
+        expect("fums", [&](auto& out) { return fums(q2, f, out); });
+        EXPECT_EQ(fums(q2, Bytes(f.size(), 4), *std::make_unique<Out>(200)), -4) << "no point";
+        EXPECT_EQ(fums(Bytes(9), f, *std::make_unique<Out>(200)), -4) << "no point";
+        EXPECT_EQ(curve.decrypt(vector.bytes("sealed"), d), (Written{0, text}));
+    }
+}
 
 TEST(EcDerivation, KnownKeysAndRefusals) {
     const Bytes z = from_hex("1c7d7b5f0597b03d06a018466ed1a93e30ed4b04dc64ccdd");

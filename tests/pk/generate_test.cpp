@@ -18,11 +18,7 @@ struct Key : E_RSA_KEY {
     Key() : E_RSA_KEY{} { E_RSA_Init(this); }
 };
 
-Integer value(const ENUM& x) {
-    Integer number;
-    EN_Copy(number, &x);
-    return number;
-}
+Integer value(const ENUM& x) { return Integer(x); }
 
 void expect_private_members(const Key& key) {
     const Integer d = value(key.d), p = value(key.p), q = value(key.q);

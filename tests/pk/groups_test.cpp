@@ -4,6 +4,7 @@
 #include <morvane/prime.h>
 
 #include "support/integer.h"
+#include "support/vectors.h"
 
 #include <gtest/gtest.h>
 #include <cstring>
@@ -16,23 +17,6 @@ struct Key : E_DSA_KEY {
     Key() : E_DSA_KEY{} { E_KCDSA_Init(this); }
     explicit Key(std::int32_t q_bits) : Key() { E_KCDSA_GenerateKey_fixParam(this, 0, q_bits); }
 };
-
-Integer integer(const ENUM& x) {
-    Integer copy;
-    EN_Copy(copy, &x);
-    return copy;
-}
-Integer integer(const Bytes& octets) {
-    Integer x;
-    EN_U8ToENUM(x, octets.data(), size32(octets));
-    return x;
-}
-Integer power(const Integer& base, const Integer& exponent, const Integer& m) {
-    Integer r;
-    EN_Mod_Exp(r, base, exponent, m);
-    return r;
-}
-Bytes minimal(const Integer& x) { return from_hex(x.hex()); }
 
 Bytes hash_of(std::int32_t selector, Bytes first, const Bytes& second) {
     first.insert(first.end(), second.begin(), second.end());
@@ -50,14 +34,71 @@ Integer commitment(const E_KCDSA_KEY& key, const Integer& s, Bytes r, const Byte
     Bytes mixed = hash;
     const std::size_t at = hash.size() - std::min(r.size(), hash.size());
     for (std::size_t i = at; i < hash.size(); ++i) mixed[i] ^= r[i - at];
-    const Integer p = integer(key.p), e = integer(mixed) % integer(key.q);
-    return power(integer(key.y), s, p) * power(integer(key.g), e, p) % p;
+    const Integer p = Integer(key.p), e = Integer(mixed) % Integer(key.q);
+    return power(Integer(key.y), s, p) * power(Integer(key.g), e, p) % p;
+}
+
+// Encodings and signatures of OpenSSL, and the secrets that it agrees on.
+TEST(Groups, MeetTheirVectors) {
+    constexpr struct {
+        const char* name;
+        decltype(E_ASN1_PutDSAParams)* put;
+        decltype(E_ASN1_GetDSAParamsBytes)* bytes;
+        decltype(E_ASN1_GetDSAParams)* get;
+    } kEncodings[] = {{"params", E_ASN1_PutDSAParams, E_ASN1_GetDSAParamsBytes, E_ASN1_GetDSAParams},
+                      {"params", E_ASN1_PutKCDSAParams, E_ASN1_GetKCDSAParamsBytes, E_ASN1_GetKCDSAParams},
+                      {"params", E_ASN1_PutParameters_KCDSA, E_ASN1_GetKCDSAParamsBytes, E_ASN1_GetParameters_KCDSA},
+                      {"public", E_ASN1_PutDSAPublicKey, E_ASN1_GetDSAPublicKeyBytes, E_ASN1_GetDSAPublicKey},
+                      {"public", E_ASN1_PutKCDSAPublicKey, E_ASN1_GetKCDSAPublicKeyBytes, E_ASN1_GetKCDSAPublicKey},
+                      {"private", E_ASN1_PutDSAPrivateKey, E_ASN1_GetDSAPrivateKeyBytes, E_ASN1_GetDSAPrivateKey},
+                      {"private", E_ASN1_PutKCDSAPrivateKey, E_ASN1_GetKCDSAPrivateKeyBytes, E_ASN1_GetKCDSAPrivateKey},
+                      {"private", E_ASN1_PutKCDSAPrivateKey, E_ASN1_GetKCDSAPrivateKeyBytes, E_ASN1_GetKey_KCDSA}};
+    const auto expect_coded = [](const Bytes& der, auto* key, auto put, auto bytes, auto get) {
+        const std::uint8_t* position = der.data();
+        get(key, &position, size32(der));
+        EXPECT_EQ(position, der.data() + der.size());
+        Bytes again(static_cast<std::size_t>(bytes(key)));
+        EXPECT_EQ(put(key, nullptr), bytes(key));
+        EXPECT_EQ(put(key, again.data()), bytes(key));
+        EXPECT_EQ(again, der);
+    };
+    E_DSA_KEY open, whole;
+    for (const Vector& vector : load_vectors("groups.txt")) {
+        SCOPED_TRACE(vector.fields().begin()->second);
+        if (vector.has("params")) {
+            for (const auto& [name, put, bytes, get] : kEncodings) {
+                E_DSA_KEY& key = std::string_view(name) == "public" ? open : whole;
+                key = {};
+                E_DSA_Init(&key);
+                expect_coded(vector.bytes(name), &key, put, bytes, get);
+            }
+        } else if (vector.has("hash")) {
+            const Bytes hash = vector.bytes("hash"), theirs = vector.bytes("signature");
+            const auto size = static_cast<std::int32_t>(hash.size()), length = static_cast<std::int32_t>(theirs.size());
+            EXPECT_EQ(E_DSA_Verify(hash.data(), size, theirs.data(), length, &open), 1);
+            EXPECT_EQ(E_DSA_Verify(hash.data(), size, theirs.data(), length - 1, &open), 0);
+            Bytes ours(2 * (Integer(whole.q).octets().size() + 8));  // the room that is promised
+            std::int32_t ours_length = 0;
+            EXPECT_EQ(E_DSA_Sign(hash.data(), size, ours.data(), &ours_length, &whole), 1);
+            EXPECT_EQ(E_DSA_Verify(hash.data(), size, ours.data(), ours_length, &open), 1);
+        } else {
+            E_DH_KEY key{};
+            E_DH_Init(&key);
+            expect_coded(vector.bytes("dh_params"), &key, E_ASN1_PutDHParams, E_ASN1_GetDHParamsBytes, E_ASN1_GetDHParams);
+            EN_Copy(&key.x, Integer(vector.bytes("x")));
+            E_DH_GenerateKey(&key, 0);
+            EXPECT_EQ(to_hex(Integer(key.y).octets()), vector.text("y"));
+            Bytes secret(vector.bytes("p").size());
+            secret.resize(static_cast<std::size_t>(E_DH_ComputeKey(secret.data(), Integer(vector.bytes("peer")), &key)));
+            EXPECT_EQ(to_hex(secret), vector.text("secret"));
+        }
+    }
 }
 
 TEST(KcdsaKeys, AreOfTheirDomain) {
     std::uint8_t xkey[20], xseed[40], seed[20];
     std::uint32_t xkey_len = 0, xseed_len = 0, count = 0;
-    Key keys[6];
+    Key keys[7];
     E_KCDSA_GenerateKey(&keys[0], 512, 160);
     E_KCDSA_GenerateKey2(&keys[1], 512, 168, xkey, &xkey_len, xseed, &xseed_len);
     EXPECT_EQ(xkey_len + xseed_len, 40U);
@@ -72,14 +113,17 @@ TEST(KcdsaKeys, AreOfTheirDomain) {
     E_KCDSA_GenerateKey3(&keys[4], 0, 160, xkey, &xkey_len, xseed, &xseed_len);
     E_KCDSA_GenerateXY(&keys[5], 0, 128);
     EXPECT_EQ(EN_GetFilledBitNum(&keys[5].x), 128U);
+    E_DSA_GenerateKey(&keys[6], 1056, 224);
+    EXPECT_TRUE(EN_GetFilledBitNum(&keys[6].p) == 1056 && EN_GetFilledBitNum(&keys[6].q) == 224);
     for (const Key& key : keys) {
-        const Integer p = integer(key.p), q = integer(key.q), x = integer(key.x);
+        const Integer p = Integer(key.p), q = Integer(key.q), x = Integer(key.x);
         EXPECT_EQ((p % q).hex(), "01");
         EXPECT_TRUE(EN_IsPrime(p) == 1 && EN_IsPrime(q) == 1);
-        EXPECT_EQ(power(integer(key.g), q, p).hex(), "01");
-        EXPECT_NE(integer(key.g).hex(), "01");
+        EXPECT_EQ(power(Integer(key.g), q, p).hex(), "01");
+        EXPECT_NE(Integer(key.g).hex(), "01");
         EXPECT_TRUE(EN_Comp(x, q) < 0 && EN_Comp(x, Integer(0U)) > 0);
-        EXPECT_EQ(power(integer(key.y), x, p).hex(), integer(key.g).hex());
+        const bool is_dsa = &key == &keys[6];
+        EXPECT_EQ(power(Integer(is_dsa ? key.g : key.y), x, p), Integer(is_dsa ? key.y : key.g));
     }
 }
 
@@ -88,7 +132,7 @@ TEST(KcdsaKeys, ImpossibleOnesLeaveTheRecord) {
     const auto untouched = [](auto generate) {
         Key key;
         generate(&key);
-        return integer(key.p).bits() == 0 && key.x.length == 0;
+        return Integer(key.p).bits() == 0 && key.x.length == 0;
     };
     for (const auto& [p_bits, q_bits] : kSizes) {
         EXPECT_TRUE(untouched([&](E_DSA_KEY* key) { E_DSA_GenerateKey(key, p_bits, q_bits); }));
@@ -128,11 +172,11 @@ TEST(KcdsaNew, SignaturesSatisfyTheEquation) {
         ASSERT_EQ(sig[1], sig.size() - 2);
         ASSERT_EQ(sig[26] + 27U, sig.size());
         const Bytes r(sig.begin() + 5, sig.begin() + 25);
-        const Integer s = integer(Bytes(sig.begin() + 27, sig.end()));
-        Integer z = integer(key.y);
+        const Integer s = Integer(Bytes(sig.begin() + 27, sig.end()));
+        Integer z = Integer(key.y);
         EN_MaskBit(z, 512);
-        const Bytes hash = hash_of(selector, minimal(z), message);
-        ASSERT_EQ(hash_of(selector, minimal(commitment(key, s, r, hash)), {}), r);
+        const Bytes hash = hash_of(selector, z.octets(), message);
+        ASSERT_EQ(hash_of(selector, commitment(key, s, r, hash).octets(), {}), r);
 
         const auto verify = [&](const Bytes& changed) {
             return E_KCDSA_Verify_New(selector, message.data(), size, changed.data(),
@@ -146,7 +190,7 @@ TEST(KcdsaNew, SignaturesSatisfyTheEquation) {
         wrong.push_back(0);
         ASSERT_EQ(verify(wrong), 0);
         // The same s, q larger.
-        Bytes longer = minimal(s + integer(key.q));
+        Bytes longer = (s + Integer(key.q)).octets();
         if (longer[0] >= 0x80) longer.insert(longer.begin(), 0);
         wrong.assign(sig.begin(), sig.begin() + 27);
         wrong.insert(wrong.end(), longer.begin(), longer.end());
@@ -187,16 +231,16 @@ TEST(KcdsaOld, SignaturesSatisfyTheEquation) {
         ASSERT_EQ(E_KCDSA_Sign2RS(hash.data(), size, r.data(), &r_len, s.data(), &s_len, &key), 1);
         ASSERT_EQ(r_len, 20);
         s.resize(static_cast<std::size_t>(s_len));
-        Integer full = commitment(key, integer(s), r, hash);
-        Bytes octets = minimal(full);
+        Integer full = commitment(key, Integer(s), r, hash);
+        Bytes octets = full.octets();
         octets.resize(4 * static_cast<std::size_t>(full->length));
-        padded += static_cast<int>(octets.size() != minimal(full).size());
+        padded += static_cast<int>(octets.size() != full.octets().size());
         ASSERT_EQ(hash_of(E_KCDSA_HAS160, octets, {}), r);
         Bytes mixed = hash;
         const std::size_t at = hash.size() - std::min<std::size_t>(20, hash.size());
         for (std::size_t k = at; k < hash.size(); ++k) mixed[k] ^= r[k - at];
         Integer divisor;
-        EN_GCD(divisor, integer(key.p) - Integer(1U), integer(mixed) % integer(key.q));
+        EN_GCD(divisor, Integer(key.p) - Integer(1U), Integer(mixed) % Integer(key.q));
         ASSERT_EQ(divisor.hex(), "01");
 
         ASSERT_EQ(E_KCDSA_Sign(hash.data(), size, sig.data(), &sig_len, &key), 1);
@@ -267,8 +311,8 @@ TEST(Dh, KeysByTheirRecord) {
     EN_U32ToENUM(&key.g, 2);
     EN_U32ToENUM(&key.x, 64);
     E_DH_GenerateKey(&key, 0);
-    EXPECT_EQ(integer(key.x).hex(), "40") << "it is taken as it stands";
-    EXPECT_EQ(integer(key.y).hex(), "3b") << "2^64 mod p";
+    EXPECT_EQ(Integer(key.x).hex(), "40") << "it is taken as it stands";
+    EXPECT_EQ(Integer(key.y).hex(), "3b") << "2^64 mod p";
     std::uint8_t out[8] = {0xee, 0xee};
     EXPECT_EQ(E_DH_ComputeKey(out, Integer(2U), &key), 1) << "no zeros in front";
     EXPECT_TRUE(out[0] == 0x3b && out[1] == 0xee);
@@ -280,9 +324,19 @@ TEST(Dh, KeysByTheirRecord) {
     E_DH_GenerateKey(&key, -1);
     EXPECT_EQ(key.x.words, nullptr);
     E_DH_GenerateKey(&key, 0);
-    EXPECT_TRUE(key.x.words == key.x_words && key.y.words == key.y_words && integer(key.x).bits() == 63);
+    EXPECT_TRUE(key.x.words == key.x_words && key.y.words == key.y_words && Integer(key.x).bits() == 63);
+    key.x.words = nullptr;
+    E_DH_GenerateKey(&key, 40);
+    EXPECT_EQ(Integer(key.x).bits(), 40U);
     key.p.length = 0;
     EXPECT_EQ(E_DH_ComputeKey(out, Integer(2U), &key), -1);
+    for (const auto& [bits, generator, step, remainder] :
+         {std::tuple{256, 2U, 24U, 11U}, {256, 3U, 12U, 11U}, {255, 5U, 10U, 3U}, {128, 7U, 4U, 3U}}) {
+        E_DH_GenerateParameters(&key, bits, generator);
+        EXPECT_TRUE(EN_IsStrongPrime(&key.p) == 1 && Integer(key.g) == Integer(generator)) << bits;
+        EXPECT_EQ(static_cast<std::int32_t>(Integer(key.p).bits()), bits);
+        EXPECT_EQ(EN_ModU32(&key.p, step), remainder);
+    }
 }
 
 }  // namespace

@@ -14,10 +14,9 @@ public:
     static constexpr std::uint32_t kWords = 128;
 
     Integer(std::uint32_t value = 0) { EN_U32ToENUM(*this, value); }
-    Integer(const char* hex) {
-        const Bytes bytes = from_hex(std::string(std::string_view(hex).size() % 2, '0') + hex);
-        EN_U8ToENUM(*this, bytes.data(), size32(bytes));
-    }
+    Integer(const char* hex) { *this = Integer(from_hex(std::string(std::string_view(hex).size() % 2, '0') + hex)); }
+    explicit Integer(const Bytes& octets) { EN_U8ToENUM(*this, octets.data(), size32(octets)); }
+    explicit Integer(const ENUM& number) { EN_Copy(*this, &number); }
     Integer(const Integer& other) { EN_Copy(*this, other); }
     Integer& operator=(const Integer& other) {
         EN_Copy(*this, other);
@@ -29,11 +28,13 @@ public:
     ENUM* operator->() { return record_.get(); }
 
     std::uint32_t bits() const { return EN_GetFilledBitNum(*this); }
-    std::string hex() const {
+    // Without zeros in front.
+    Bytes octets() const {
         Bytes bytes(4 * kWords);
         bytes.resize(static_cast<std::size_t>(EN_ENUMToU8(bytes.data(), *this)));
-        return to_hex(bytes);
+        return bytes;
     }
+    std::string hex() const { return to_hex(octets()); }
 
 private:
     std::unique_ptr<ENUM, void (*)(ENUM*)> record_{EN_Create(kWords), [](ENUM* x) { EN_Destroy(x); }};
@@ -51,6 +52,12 @@ inline Integer operator*(const Integer& a, const Integer& b) { return result_of<
 inline Integer operator%(const Integer& a, const Integer& b) { return result_of<EN_Mod, const ENUM*>(a, b); }
 inline Integer operator>>(const Integer& a, int bits) { return result_of<EN_RShift>(a, bits); }
 inline Integer operator<<(const Integer& a, int bits) { return result_of<EN_LShift>(a, bits); }
+inline Integer power(const Integer& base, const Integer& exponent, const Integer& modulus) {
+    Integer result;
+    EN_Mod_Exp(result, base, exponent, modulus);
+    return result;
+}
+inline Integer inverse(const Integer& a, const Integer& modulus) { return result_of<EN_Mod_Inv, const ENUM*>(a, modulus); }
 inline bool operator==(const Integer& a, const Integer& b) { return a.hex() == b.hex(); }
 
 }  // namespace morvane::test
