@@ -6,7 +6,7 @@ source "${BASH_SOURCE[0]%/*}/common.sh"
 
 declare -A packages=(
     [build]="g++ cmake ninja-build python3 libcli11-dev nlohmann-json3-dev util-linux"
-    [test]="googletest pkg-config openssl libssl-dev libgcrypt20-dev libcrypto++-dev libgmp-dev g++-multilib libc6-dev-i386
+    [test]="googletest pkg-config openssl libssl-dev libgmp-dev g++-multilib libc6-dev-i386
         g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-i686-dev clang lld"
     [package]="dpkg-dev file pkg-config"
     [abi]="abigail-tools g++-multilib libc6-dev-i386"

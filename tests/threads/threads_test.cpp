@@ -25,28 +25,15 @@ using Turn = std::lock_guard<std::recursive_mutex>;
 const Bytes kText = Random(20310).bytes(500);
 const std::uint8_t* const text = kText.data();
 
-// Signatures and ciphertexts, which the threads only read.
+// A key, and signatures that nothing of provider and toolkit verifies; the threads only read them.
 struct Given {
-    struct OnCurve {
-        explicit OnCurve(std::int32_t id) : curve(id) {}
-        Curve curve;
-        KeyPair keys = curve.generate(), other = curve.generate(E_ECC_GenerateKeyPair_ECKCDSA);
-        Bytes ecdsa = curve.ecdsa(kText, keys.private_key), eckcdsa = curve.eckcdsa(kText, other);
-        Bytes sealed = curve.encrypt(kText, keys.public_key).bytes;
-    };
-    RsaKey rsa = RsaKey(load_vectors("rsa_pss.txt").front());
     E_KCDSA_KEY group{};
-    Bytes oaep = Bytes(128), pss = Bytes(128), dsa = Bytes(100), kcdsa = Bytes(100), older = Bytes(100);
-    std::int32_t pss_size = 0, dsa_size = 0, kcdsa_size = 0, older_size = 0;
-    OnCurve curves[3] = {OnCurve(3), OnCurve(5), OnCurve(7)};
+    Bytes dsa = Bytes(100);
+    std::int32_t dsa_size = 0;
 
     Given() {
-        E_RSAES_OAEP_Encrypt(0, 0, oaep.data(), text, 30, nullptr, 0, rsa);
-        E_RSASSA_PSS_Sign(0, 0, pss.data(), &pss_size, text, 500, 20, rsa);
         E_KCDSA_Init(&group);
         E_KCDSA_GenerateKey_fixParam(&group, 0, 160);
-        E_KCDSA_Sign_New(E_KCDSA_SHA1, text, 500, kcdsa.data(), &kcdsa_size, &group);
-        E_KCDSA_Sign(text, 20, older.data(), &older_size, &group);
         EN_Mod_Exp(&group.y, &group.g, &group.x, &group.p);
         E_DSA_Sign(text, 20, dsa.data(), &dsa_size, &group);
     }
@@ -116,15 +103,6 @@ void curves(Results& all) {
     }
 }
 
-void schemes_on_curves(Results& all) {
-    for (const auto& [curve, keys, other, ecdsa, eckcdsa, sealed] : given().curves) {
-        all.add(curve.verify_ecdsa(kText, ecdsa, keys.public_key));
-        all.add(curve.verify_eckcdsa(kText, eckcdsa, other.public_key));
-        all.add(curve.ecdh(keys.private_key, other.public_key).bytes);
-        all.add(curve.decrypt(sealed, keys.private_key).bytes);
-    }
-}
-
 void numbers(Results& all) {
     std::uint32_t words[3][400] = {};
     ENUM a = {0, 0, words[0]}, m = {0, 0, words[1]}, r = {0, 0, words[2]};
@@ -138,30 +116,16 @@ void numbers(Results& all) {
     }
 }
 
-void rsa(Results& all) {
-    const RsaKey key(given().rsa);
-    Bytes out(200);
-    const std::int32_t size = E_RSA_Private_Encrypt(out.data(), text, 50, key);
-    all.add(out), all.add(E_RSA_Verify(text, 50, out.data(), size, key));
-    all.add(E_RSA_Public_Decrypt(out.data(), out.data(), size, key)), all.add(out);
-    all.add(E_RSAES_OAEP_Decrypt(0, 0, out.data(), given().oaep.data(), 128, nullptr, 0, key)), all.add(out);
-    all.add(E_RSASSA_PSS_Verify(0, 0, text, 500, given().pss.data(), given().pss_size, 20, key));
-    RsaKey again;
-    out.resize(1000);
-    const std::uint8_t* position = out.data();
-    E_ASN1_PutRSAPrivateKey(key, out.data());
-    E_ASN1_GetRSAPrivateKey(again, &position, 1000), all.add(again->d), all.add(again->qInv);
-}
-
-void groups(Results& all) {
+// What no call of provider and toolkit comes to.
+void groups_and_encodings(Results& all) {
     const Given& g = given();
     all.add(E_DSA_Verify(text, 20, g.dsa.data(), g.dsa_size, &g.group));
     E_KCDSA_KEY key = g.group;  // whose numbers are its own with this
     E_KCDSA_Init(&key);
-    all.add(E_KCDSA_Verify(text, 20, g.older.data(), g.older_size, &key));
-    all.add(E_KCDSA_Verify_New(E_KCDSA_SHA1, text, 500, g.kcdsa.data(), g.kcdsa_size, &key));
     Bytes der(2000);
+    const std::uint8_t* position = der.data();
     E_ASN1_PutKCDSAPrivateKey(&key, der.data()), all.add(der);
+    E_ASN1_GetKCDSAPrivateKey(&key, &position, 2000), all.add(key.x);
     E_DH_KEY dh{};
     E_DH_Init(&dh);
     EN_Copy(&dh.p, &key.p), EN_Copy(&dh.x, &key.x), EN_U32ToENUM(&dh.g, 2);
@@ -213,9 +177,7 @@ constexpr Family kFamilies[] = {{"digests", digests},
                                 {"curves", curves},
                                 {"numbers", numbers},
                                 {"failures", failures},
-                                {"schemes on curves", schemes_on_curves},
-                                {"RSA", rsa},
-                                {"groups", groups},
+                                {"groups and encodings", groups_and_encodings},
                                 {"provider and toolkit", provider_and_toolkit},
                                 {"random numbers", random_numbers}};
 

@@ -10,7 +10,7 @@ import subprocess
 import sys
 import unittest
 
-from tool_case import COMMAND, FAILED_SELF_TEST, INPUT_OUTPUT, IS_WINDOWS, MISMATCH, USAGE, ToolTest
+from tool_case import COMMAND, FAILED_SELF_TEST, INPUT_OUTPUT, IS_WINDOWS, MISMATCH, ToolTest
 
 COMPLETION = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../tools/completion/morvane.bash")
 # What the examples of the others need is made by the first ones.
@@ -35,7 +35,6 @@ class AnswersTest(ToolTest):
         answer = self.ask("selftest", "--break", "sha1", code=FAILED_SELF_TEST)
         self.assertEqual([test for test in answer["tests"] if not test["ok"]], [{"name": "sha1", "ok": False, "trouble": "pretended"}])
         self.assertEqual((answer["failed"], [test["name"] for test in answer["tests"]]), (1, names))
-        self.run_tool("selftest", "--break", "none", code=USAGE)
 
     def test_speed(self):
         rows = self.ask("speed", "--seconds", "0.0001", "SHA1", "seed-cbc", "secp160r1", "dsa", "rc4", "dh", "rsa-1024", "kcdsa", "hmac-sha1",
@@ -45,8 +44,6 @@ class AnswersTest(ToolTest):
         self.assertTrue(all(row.get("mb_per_s", row.get("operations_per_s")) > 0 for row in rows))
         self.assertIn("secp160r1-ecdsa-verify", [row["name"] for row in rows])
         self.assertRegex(self.run_tool("speed", "md2", "--seconds", "0.001")[0], rb"^md2 +64 +[\d.]+ MB/s\nmd2 +16384 +[\d.]+ MB/s\n$")
-        for wrong in (("sha",), ("--seconds", "0"), ("--seconds", "nan")):
-            self.run_tool("speed", *wrong, code=USAGE)
 
     def test_digests(self):
         names = [b"plain", "quote\" \\ \u00fc \U0001f600".encode()] if not IS_WINDOWS else [b"plain", "\u00fc \U0001f600".encode()]
@@ -74,7 +71,6 @@ class AnswersTest(ToolTest):
                          {"algorithm": "ec", "curve": "sect163k1", "format": "pem", "private": "key", "public": "public"})
         facts = self.ask("genkey", "kcdsa", "--kind", "seeded", "--params-only", "--out", "parameters")
         self.assertEqual((facts["bits"], facts["subgroup_bits"], len(facts["seed"]), type(facts["count"])), (1024, 160, 40, int))
-        self.run_tool("genkey", "rsa", "--bits", "512", "--out", "-", "--json", code=USAGE)
         self.run_tool("sign", "--key-file", "key", "--out", "signature", stdin=b"abc")
         verify = ("verify", "--key", "public", "--signature", "signature")
         self.assertEqual(self.ask(*verify, stdin=b"abc"), {"file": "-", "good": True})

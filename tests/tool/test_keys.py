@@ -7,7 +7,7 @@ import re
 import sys
 import unittest
 
-from tool_case import GOOD, INPUT_OUTPUT, IS_WINDOWS, MISMATCH, TEXT, USAGE, ToolTest, key_of
+from tool_case import GOOD, INPUT_OUTPUT, IS_WINDOWS, MISMATCH, TEXT, ToolTest, key_of
 
 
 def der(tag, *parts):
@@ -230,34 +230,6 @@ class KeyTest(ToolTest):
         for name, message in (("-", b"is empty"), ("long", b"too long")):
             out, err = self.run_tool("ec", "encrypt", "--key", "key-public", name, code=INPUT_OUTPUT)
             self.assertEqual((out, message in err), (b"", True))
-
-    def test_wrong_usage(self):
-        self.run_tool("genkey", "dsa", "--bits", "512", "--out", "dsa", "--public", "public")
-        self.run_tool("genkey", "dh", "--bits", "64", "--out", "dh")
-        for kind in ("ec", "eckcdsa"):
-            self.run_tool("genkey", kind, "--curve", "secp160r1", "--out", kind)
-        names = sorted(os.listdir())
-        new = ("--out", "new")
-        cases = (("genkey", "dsa", "--kind", "seeded", *new), ("genkey", "kcdsa", "--kind", "seeded", "--bits", "1023", *new),
-                 ("genkey", "kcdsa", "--kind", "builtin", "--bits", "1024", *new), ("genkey", "dsa", "--subgroup-bits", "1024", *new),
-                 ("genkey", "dsa", "--params", "dsa", "--bits", "512", *new), ("genkey", "rsa", "--params-only", *new),
-                 ("genkey", "dsa", "--params-only", "--public", "other", *new), ("genkey", "dh", "--generator", "1", *new),
-                 ("genkey", "rsa", "--generator", "2", *new), ("sign",), ("verify", "--key", "public"), ("derive", "--key", "dh"),
-                 ("sign", "--key", "dsa", "--old"), ("sign", "--key", "dsa", "--salt", "1"), ("sign", "--key", "dsa", "--hash", "none"),
-                 ("sign", "--key", "-"), ("sign", "--key", "dsa", "--kind", "none"),
-                 ("genkey", "ec", *new), ("genkey", "eckcdsa", "--curve", "secp160k1", *new),
-                 ("genkey", "ec", "--curve", "secp160r1", "--bits", "160", *new), ("genkey", "ec", "--curve", "secp160r1", "--params", "ec", *new),
-                 ("sign", "--key", "ec", "--hash", "sha256"), ("sign", "--key", "eckcdsa", "--hash", "sha1"), ("sign", "--key", "ec", "--old"),
-                 ("sign", "--key", "ec", "--salt", "1"), ("genkey", "dh", "--kind", "seeded", *new), ("genkey", "dh", "--bits", "4801", *new),
-                 ("genkey", "dh", "--params", "dh", "--bits", "64", *new), ("genkey", "dsa", "--out", "-", "--public", "-", "--format", "der"), *(("genkey", kind, "--curve", "secp160r1", *new) for kind in ("rsa", "dsa", "kcdsa", "dh")))
-        for arguments in cases[::5] if IS_WINDOWS else cases:
-            self.assertEqual(self.run_tool(*arguments, code=USAGE)[0], b"", arguments)
-        for arguments in (("sign", "--key", "public"), ("sign", "--key", "dh"), ("derive", "--key", "dsa", "--peer", "dsa"),
-                          ("genkey", "dh", "--params", "dsa", *new), ("sign", "--kind", "kcdsa", "--key", "dh"),
-                          ("derive", "--key", "eckcdsa", "--peer", "ec"), ("verify", "--key", "dh", "--signature", "dh"), ("ec", "encrypt", "--key", "eckcdsa"), ("ec", "encrypt", "--key", "ec"),
-                          ("genkey", "dsa", "--out", "public")):
-            self.assertEqual(self.run_tool(*arguments, code=INPUT_OUTPUT)[0], b"", arguments)
-        self.assertEqual(sorted(os.listdir()), names)
 
 
 if __name__ == "__main__":

@@ -18,7 +18,14 @@ if len(sys.argv) < 2:
 COMMAND = sys.argv[2:] + [os.path.abspath(sys.argv[1])]
 IS_WINDOWS = sys.argv[1].endswith(".exe")  # Wine is slow to start: fewer rows of the long tables
 
+VECTORS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "vectors")
 TEXT = bytes(range(0x30, 0x45))
+
+
+def lines_of(name):
+    """Those of a file of vectors, without comments."""
+    with open(os.path.join(VECTORS, name), encoding="ascii") as file:
+        return [line.rstrip("\n") for line in file if line.strip() and line[0] != "#"]
 
 
 def key_of(size):
