@@ -1,9 +1,9 @@
 // RSA keys for tests, and the calls on them with guarded buffers.
 #pragma once
 
-#include <morvane/bignum.h>
 #include <morvane/pk.h>
 
+#include "support/integer.h"
 #include "support/vectors.h"
 
 #include <gtest/gtest.h>
@@ -43,16 +43,9 @@ public:
 
     // x^exponent mod n in the octets of the modulus, by nothing of what is tested.
     Bytes raised(const Bytes& x, const ENUM& exponent) const {
-        std::uint32_t base_words[E_RSA_MODULUS_WORDS];
-        std::uint32_t words[E_RSA_MODULUS_WORDS];
-        ENUM base = {0, 0, base_words};
-        ENUM power = {0, 0, words};
-        EN_U8ToENUM(&base, x.data(), size32(x));
-        EN_Mod_Exp(&power, &base, &exponent, &record_.n);
-        Bytes octets(static_cast<std::size_t>(size()) - (EN_GetFilledBitNum(&power) + 7) / 8);
-        const std::size_t zeros = octets.size();
-        octets.resize(static_cast<std::size_t>(size()));
-        EN_ENUMToU8(octets.data() + zeros, &power);
+        const Bytes power = test::power(Integer(x), Integer(exponent), Integer(record_.n)).octets();
+        Bytes octets(static_cast<std::size_t>(size()) - power.size());
+        octets.insert(octets.end(), power.begin(), power.end());
         return octets;
     }
     Bytes enciphered(const Bytes& x) const { return raised(x, record_.e); }

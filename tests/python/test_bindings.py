@@ -35,20 +35,6 @@ class Bindings(unittest.TestCase):
                 for cut in (0, len(message) // 3):
                     self.assertEqual(library.digest(name, message[:cut], message[cut:]).hex(), vector["digest"], name)
 
-    def test_cipher_modes(self):
-        schedule, count = c.E_SEED_KEY_SCHEDULE(), 0
-        for vector in vectors("seed"):
-            data = {name: bytes.fromhex(value) for name, value in vector.items() if name != "mode" and name != "call"}
-            if vector.get("mode") not in ("ecb", "cbc") or len(data["in"]) % 16:
-                continue
-            library.E_SEED_KeySchedule(schedule, data["key"])
-            out = ctypes.create_string_buffer(len(data["in"]))
-            extra = [data["iv"]] if vector["mode"] == "cbc" else []
-            getattr(library, f"E_SEED_{vector['mode'].upper()}_Encrypt")(data["in"], out, schedule, len(out), *extra)
-            self.assertEqual(out.raw, data["out"])
-            count += 1
-        self.assertGreater(count, 5)
-
     def test_provider_layer(self):
         session, out = c.CspSession(context_type=c.CSP_CONTEXT_DIGEST, algorithm=c.CSP_ALG_SHA1), c.CSSM_DATA()
         handle = ctypes.addressof(session)

@@ -2,7 +2,7 @@
 #include <morvane/csp.h>
 #include <morvane/random.h>
 
-#include "support/bytes.h"
+#include "support/vectors.h"
 
 #include <gtest/gtest.h>
 #include <set>
@@ -90,57 +90,29 @@ struct Scalar {
 
 const Bytes kOrder = from_hex("0100000000000000000001f4c8f927aed3ca752257");  // of secp160r1
 
-TEST(RandomX962, IsFipsGeneratorReduced) {
-    // FIPS 186-2, appendix 5: XKEY, and the x that it gives. Below an order of 2^200 it is not reduced.
-    const std::string published = "bd029bbe7f51960bcf9edb2b61f06f0feb5a38b6";
-    Bytes xkey = from_hex("99" + published), power(26);
-    power[0] = 1;
-    std::uint32_t xkey_len = 21;
-    Scalar k;
-    EXPECT_EQ(E_X9_62RandomBytes(k.octets.data(), &k.len, 160, xkey.data(), &xkey_len, power.data(), 26), 20U);
-    EXPECT_EQ(k.hex(), "2070b3223dba372fde1c0ffc7b2e3b498b260615") << "x + 1";
-    EXPECT_EQ(k.octets[20], 0xee);
-    EXPECT_EQ(to_hex(xkey.data(), xkey_len), "dd734ee0bd0bcd3badbaeb27dd1eaa5976803ecb") << "XKEY + x + 1";
-
-    // The rest by a model in Python, over its own SHA-1. Two rounds for 161 bits; an xkey of 1 octet whose successor
-    // has 19.
-    xkey = from_hex(published);
-    xkey_len = 20;
-    E_X9_62RandomBytes_Original(k.octets.data(), &k.len, 161, xkey.data(), &xkey_len, kOrder.data(), 21);
-    EXPECT_EQ(k.hex(), "3915ede4b49b8840c50273569d7a96fff544e4cb");
-    EXPECT_EQ(to_hex(xkey), "19df679b881b39916875fea06b3f819119a78fe2");
-    xkey[0] = 251;
-    xkey_len = 1;
-    E_X9_62RandomBytes(k.octets.data(), &k.len, 160, xkey.data(), &xkey_len, kOrder.data(), 21);
-    EXPECT_EQ(to_hex(xkey.data(), xkey_len), "e908510dfcd63ec02c5aecba83ec0cd11adb40");
-    E_X9_62RandomBytes(k.octets.data(), &k.len, 1, xkey.data(), &xkey_len, kOrder.data(), 21);
-    EXPECT_EQ(k.hex(), "c665fad09faa573f17222f26240a98838031042a");
-}
-
-TEST(RandomEcKcdsa, IsTheKeyGeneratorOfKcdsa) {
-    // The published example of the standard with HAS-160: user input, XKEY, q, and the private key x.
-    const Bytes input = from_text(
-        "saldjfawp399u374r098u98^%^%hkrgn;lwkrp47t93c%$89439859kjdmnvcm cvk o4u09r 4j oj2out209xfqw;l*&!^#@U#*#$)(# z "
-        "xo957tc-95 5 v5oiuv9876 6 vj o5iuv-053,mcvlrkfworet");
-    const Bytes q = from_hex("c3ddd3717bf05b8f8dd725c162f0b9432c6f77fb");
-    Bytes xkey = from_hex("f2072ce30a0176568324564bfdbd7077173b7e3f");
-    std::uint32_t xkey_len = 20;
-    Scalar k;
-    EXPECT_EQ(
-        E_ECKCDSA_RandomBytes(k.octets.data(), &k.len, input.data(), size32(input), xkey.data(), &xkey_len, q.data(), 20),
-        20U);
-    EXPECT_EQ(k.hex(), "068c4ef355d8b6f53eff1df6f243f98563896c58");
-    EXPECT_EQ(to_hex(xkey), "a5a56607f4dd186b8b120551ec84234fa24b968a");  // this and the rest by a model in Python
-
-    // 163 bits take two digests; of a longer XKEY the last bits count, and none is 0.
-    const Bytes n = from_hex("04000000000000000000020108a2e0cc0d99f8a5ef"), seed = from_text("abc");
-    xkey = from_hex("03ffffffffffffffffffffffffffffffffffffffcfc7");
-    xkey_len = 22;
-    E_ECKCDSA_RandomBytes(k.octets.data(), &k.len, seed.data(), 3, xkey.data(), &xkey_len, n.data(), 21);
-    EXPECT_EQ(k.hex(), "017e6021ef671f85eae3ed84682a7688dbd4928cab");
-    EXPECT_EQ(to_hex(xkey.data(), xkey_len), "01937be56abab132827d00c76c430c7fa735824136");
-    E_ECKCDSA_RandomBytes(k.octets.data(), &k.len, seed.data(), 3, nullptr, nullptr, n.data(), 21);
-    EXPECT_EQ(k.hex(), "030b9c800d2cf19d8d83bb13a0d3688d9226237ac8");
+TEST(RandomScalars, OfKnownStatesMeetTheirVectors) {
+    for (const Vector& vector : load_vectors("random_scalars.txt")) {
+        const std::string& call = vector.text("call");
+        const Bytes n = vector.bytes("n");
+        Bytes xkey = vector.has("xkey") ? vector.bytes("xkey") : Bytes();
+        std::uint32_t xkey_len = size32(xkey), returned = 0;
+        xkey.resize(22);
+        Scalar k;
+        if (call == "eckcdsa") {
+            const Bytes input = vector.bytes("input");
+            returned = E_ECKCDSA_RandomBytes(k.octets.data(), &k.len, input.data(), size32(input),
+                                             xkey_len != 0 ? xkey.data() : nullptr, xkey_len != 0 ? &xkey_len : nullptr,
+                                             n.data(), size32(n));
+        } else {
+            returned = (call == "x962" ? E_X9_62RandomBytes : E_X9_62RandomBytes_Original)(
+                k.octets.data(), &k.len, static_cast<std::uint32_t>(std::stoi(vector.text("bits"))), xkey.data(), &xkey_len,
+                n.data(), size32(n));
+        }
+        EXPECT_EQ(k.hex(), vector.text("k"));
+        EXPECT_EQ(returned, k.len);
+        EXPECT_EQ(k.octets[40], 0xee);
+        EXPECT_EQ(to_hex(xkey.data(), xkey_len), vector.has("after") ? vector.text("after") : "");
+    }
 }
 
 TEST(RandomScalars, AreWithinTheirOrder) {
