@@ -33,7 +33,7 @@ struct Mac : Session {
         std::vector<CSSM_DATA> buffers;
         std::uint32_t at = 0;
         do {
-            const std::uint32_t now = std::min(random.below(40), size32(message) - at);
+            const std::uint32_t now = std::min(random.below(random.below(4) == 0 ? 2000 : 40), size32(message) - at);
             std::uint8_t no_bytes = 0;
             buffers.push_back({now, message.empty() ? &no_bytes : message.data() + at});
             at += now;

@@ -126,6 +126,13 @@ public:
 
 constexpr std::int32_t kCurves[] = {3, 5, 7};
 
+inline TORVA_V1_POINT base_of(const E_EC_PARAMS& params) {
+    TORVA_V1_POINT point = {};
+    std::copy_n(params.x.words, params.x.length, point.x);
+    std::copy_n(params.y.words, params.y.length, point.y);
+    return point;
+}
+
 // Big-endian numbers in 21 octets.
 inline Bytes order_of(std::int32_t curve) {
     return from_hex(curve == 3   ? "04000000000000000000020108a2e0cc0d99f8a5ef"

@@ -5,6 +5,7 @@
 
 #include "cpu/cpu.h"
 #include "ecc/binary.h"
+#include "ecc/octet_records.h"
 #include "hash/sha1_compress.h"
 #include "hash/sha2_compress.h"
 #include "internal/each_row.h"
@@ -112,9 +113,7 @@ TEST(Variants, WorkAtEveryStackOffset) {
     E_EC_PARAMS params;
     E_ECParams_Init(ecc::kSect163k1, &params);
     ++params.n_words[0];
-    TORVA_V1_POINT base;
-    std::copy_n(params.x_words, E_EC_WORDS, base.x);
-    std::copy_n(params.y_words, E_EC_WORDS, base.y);
+    const TORVA_V1_POINT base = base_of(params);
     with_each_row(ecc::binary_multiply, [&](ecc::BinaryMultiplyFn*) {
         for (const std::uint32_t offset : kStackOffsets) {
             TORVA_V1_POINT product{};

