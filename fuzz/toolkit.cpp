@@ -15,6 +15,48 @@ namespace {
 
 constexpr int kNever = -1;
 
+struct Arguments {
+    CSSM_DATA a, b, c;
+    std::uint32_t selector, option;
+};
+using In = const Arguments&;
+
+struct Row {
+    std::int32_t (*call)(K_CONTEXT*, In, CSSM_DATA* out);
+    // What must work after it, with its output, and the argument that it gives back.
+    std::int32_t (*back)(K_CONTEXT*, In, const CSSM_DATA* out, CSSM_DATA* again) = nullptr;
+    CSSM_DATA Arguments::*comes_back = nullptr;
+};
+constexpr Row kRows[] = {
+    {[](auto* k, In x, auto* out) { return K_GenHash(k, x.selector, &x.a, out); }},
+    {[](auto* k, In x, auto* out) { return K_GenMac(k, x.selector, &x.a, &x.b, out); },
+     [](auto* k, In x, auto* out, auto*) { return K_VerifyMac(k, x.selector, &x.a, &x.b, out); }},
+    {[](auto* k, In x, auto*) { return K_VerifyMac(k, x.selector, &x.a, &x.b, &x.c); }},
+    {[](auto* k, In x, auto* out) { return K_Encryption(k, x.selector, x.option, &x.a, &x.b, out); },
+     [](auto* k, In x, auto* out, auto* again) { return K_Decryption(k, x.selector, x.option, &x.a, out, again); },
+     &Arguments::b},
+    {[](auto* k, In x, auto* out) { return K_Decryption(k, x.selector, x.option, &x.a, &x.b, out); }},
+    {[](auto* k, In x, auto* out) { return K_Encryption_IV_Fix(k, x.selector, x.option, &x.a, &x.b, &x.c, out); },
+     [](auto* k, In x, auto* out, auto* again) {
+         return K_Decryption_IV_Fix(k, x.selector, x.option, &x.a, &x.b, out, again);
+     },
+     &Arguments::c},
+    {[](auto* k, In x, auto* out) { return K_Decryption_IV_Fix(k, x.selector, x.option, &x.a, &x.b, &x.c, out); }},
+    {[](auto* k, In x, auto* out) { return K_KeyEncryption(k, x.selector, &x.a, &x.b, out); },
+     [](auto* k, In x, auto* out, auto* again) { return K_KeyDecryption(k, x.selector, &x.a, out, again); }, &Arguments::b},
+    {[](auto* k, In x, auto* out) { return K_KeyShareEncode(k, &x.a, 1 + x.selector % 2, 2, out); },
+     [](auto* k, In, auto* out, auto* again) { return K_KeyShareDecode(k, out, 2, again); }, &Arguments::a},
+    {[](auto* k, In x, auto* out) {
+        const CSSM_DATA shares[] = {x.a, x.b, x.c};
+        return K_KeyShareDecode(k, shares, x.selector % 4, out);
+    }},
+    {[](auto* k, In x, auto* out) { return K_RSAPublicEncrypt(k, &x.a, &x.b, out); }},
+    {[](auto* k, In x, auto* out) { return K_RSAPrivateDecrypt(k, &x.a, &x.b, out); }},
+    {[](auto* k, In x, auto* out) { return K_RSASign(k, x.selector, &x.a, &x.b, out); }},
+    {[](auto* k, In x, auto* out) { return K_RSAPublicDecrypt(k, &x.a, &x.b, out); }},
+    {[](auto* k, In x, auto*) { return K_RSAVerify(k, x.selector, &x.a, &x.b, &x.c); }},
+};
+
 class Calls : public Toolkit {
 public:
     void SetUp() override {
@@ -74,73 +116,21 @@ private:
     static std::uint32_t size32_of(std::size_t size) { return static_cast<std::uint32_t>(size); }
 
     void try_call(Random& random) {
-        const CSSM_DATA a = any(random), b = any(random), c = any(random);
-        CSSM_DATA out[2] = {}, back = {};
-        const std::uint32_t selector = random.below(14), option = random.below(16) == 0 ? 0 : 1, call = random.below(15);
+        const Arguments x = {any(random), any(random), any(random), random.below(14), random.below(16) == 0 ? 0U : 1U};
+        const std::uint32_t call = random.below(std::size(kRows) + 2);
         const bool short_memory = random.below(3) == 0;
         failing = short_memory ? static_cast<int>(random.below(8)) : kNever;
-        std::int32_t status = KERR_NOT_READY;
-        const auto back_is = [&](std::int32_t result, const CSSM_DATA& wanted) {
-            ASSERT_EQ(result, 0) << "call " << call << ", selector " << selector;
-            EXPECT_EQ(taken(back), Bytes(wanted.Data, wanted.Data + wanted.Length)) << call;
-        };
-        switch (call) {
-            case 0:
-                status = K_GenHash(context, selector, &a, out);
-                break;
-            case 1:
-                status = K_GenMac(context, selector, &a, &b, out);
-                if (status == 0 && !short_memory) {
-                    EXPECT_EQ(K_VerifyMac(context, selector, &a, &b, out), 0);
-                }
-                break;
-            case 2:
-                status = K_VerifyMac(context, selector, &a, &b, &c);
-                break;
-            case 3:
-                status = K_Encryption(context, selector, option, &a, &b, out);
-                if (status == 0 && !short_memory) back_is(K_Decryption(context, selector, option, &a, out, &back), b);
-                break;
-            case 4:
-                status = K_Decryption(context, selector, option, &a, &b, out);
-                break;
-            case 5:
-                status = K_Encryption_IV_Fix(context, selector, option, &a, &b, &c, out);
-                if (status == 0 && !short_memory) {
-                    back_is(K_Decryption_IV_Fix(context, selector, option, &a, &b, out, &back), c);
-                }
-                break;
-            case 6:
-                status = K_Decryption_IV_Fix(context, selector, option, &a, &b, &c, out);
-                break;
-            case 7:
-                status = K_KeyEncryption(context, selector, &a, &b, out);
-                if (status == 0 && !short_memory) back_is(K_KeyDecryption(context, selector, &a, out, &back), b);
-                break;
-            case 8:
-                status = K_KeyShareEncode(context, &a, 1 + selector % 2, 2, out);
-                if (status == 0 && !short_memory) back_is(K_KeyShareDecode(context, out, 2, &back), a);
-                break;
-            case 9: {
-                const CSSM_DATA shares[] = {a, b, c};
-                status = K_KeyShareDecode(context, shares, selector % 4, out);
-                break;
+        if (call == std::size(kRows)) return convert_key(x.a, short_memory);
+        if (call > std::size(kRows)) return convert_text(x.a, short_memory);
+        const Row& row = kRows[call];
+        CSSM_DATA out[2] = {}, back = {};
+        const std::int32_t status = row.call(context, x, out);
+        if (status == 0 && !short_memory && row.back != nullptr) {
+            EXPECT_EQ(row.back(context, x, out, &back), 0) << "call " << call << ", selector " << x.selector;
+            if (row.comes_back != nullptr) {
+                const CSSM_DATA& wanted = x.*row.comes_back;
+                EXPECT_EQ(taken(back), Bytes(wanted.Data, wanted.Data + wanted.Length)) << call;
             }
-            case 10:
-                status = K_RSAPublicEncrypt(context, &a, &b, out);
-                break;
-            case 11:
-                status = selector % 2 == 0 ? K_RSAPrivateDecrypt(context, &a, &b, out)
-                                           : K_RSASign(context, selector / 2, &a, &b, out);
-                break;
-            case 12:
-                status = selector % 2 == 0 ? K_RSAPublicDecrypt(context, &a, &b, out)
-                                           : K_RSAVerify(context, selector / 2, &a, &b, &c);
-                break;
-            case 13:
-                return convert_key(a, short_memory);
-            default:
-                return convert_text(a, short_memory);
         }
         if (short_memory && failing < 0) {
             EXPECT_NE(status, 0) << "call " << call << " without its memory";

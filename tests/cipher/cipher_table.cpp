@@ -9,6 +9,17 @@ namespace {
 
 std::int32_t length_of(const Bytes& key) { return static_cast<std::int32_t>(key.size()); }
 
+// A mode's function as one that takes what any of them wants.
+template <typename Schedule, typename... Rest>
+ModeFunction wrapped(void (*run)(const std::uint8_t*, std::uint8_t*, const Schedule*, Rest...)) {
+    return [run](const std::uint8_t* in, std::uint8_t* out, Record record, std::uint32_t len, std::uint8_t* iv,
+                 [[maybe_unused]] std::int32_t width) {
+        if constexpr (sizeof...(Rest) == 1) run(in, out, record, len);
+        if constexpr (sizeof...(Rest) == 2) run(in, out, record, len, iv);
+        if constexpr (sizeof...(Rest) == 3) run(in, out, record, width, len, iv);
+    };
+}
+
 }  // namespace
 
 // The linker makes the second name of OFB: the objects alone have none.
@@ -17,44 +28,45 @@ std::int32_t length_of(const Bytes& key) { return static_cast<std::int32_t>(key.
 #else
 #define OFB_DECRYPT(NAME) E_##NAME##_OFB_Decrypt
 #endif
-#define BLOCK_AND_CBC(NAME) \
-    {E_##NAME##_Encrypt, E_##NAME##_Decrypt}, { E_##NAME##_CBC_Encrypt, E_##NAME##_CBC_Decrypt }
-#define ALL_MODES(NAME)                                                    \
-    BLOCK_AND_CBC(NAME), {E_##NAME##_ECB_Encrypt, E_##NAME##_ECB_Decrypt}, \
-        {E_##NAME##_CFB_Encrypt, E_##NAME##_CFB_Decrypt}, {                \
-        E_##NAME##_OFB_Encrypt, OFB_DECRYPT(NAME)                          \
-    }
+#define BOTH(NAME, MODE) \
+    BothWays { wrapped(E_##NAME##_##MODE##_Encrypt), wrapped(E_##NAME##_##MODE##_Decrypt) }
 #define NO_PAD(NAME) \
-    { E_##NAME##_CBC_Encrypt_NO_PAD, E_##NAME##_CBC_Decrypt_NO_PAD }
+    BothWays { wrapped(E_##NAME##_CBC_Encrypt_NO_PAD), wrapped(E_##NAME##_CBC_Decrypt_NO_PAD) }
+#define OFB(NAME) \
+    BothWays { wrapped(E_##NAME##_OFB_Encrypt), wrapped(OFB_DECRYPT(NAME)) }
+#define MODES_WITH(NO_PAD_PAIR, NAME)                                                 \
+    {E_##NAME##_Encrypt, E_##NAME##_Decrypt}, {                                       \
+        { BOTH(NAME, ECB), BOTH(NAME, CBC), NO_PAD_PAIR, BOTH(NAME, CFB), OFB(NAME) } \
+    }
+#define MODES(NAME) MODES_WITH(BothWays(), NAME)
+#define CBC_ONLY(NAME)                          \
+    {E_##NAME##_Encrypt, E_##NAME##_Decrypt}, { \
+        { BothWays(), BOTH(NAME, CBC) }         \
+    }
 
 const std::vector<Cipher> kCiphers = {
     {"des", "des3.txt", 8, std::endian::little, 8, sizeof(E_DES_KEY_SCHEDULE),
-     [](Record to, const Bytes& key, std::int32_t) { EXPECT_EQ(E_DES_KeySchedule(to, key.data()), 1U); }, ALL_MODES(DES),
-     NO_PAD(DES)},
+     [](Record to, const Bytes& key, std::int32_t) { EXPECT_EQ(E_DES_KeySchedule(to, key.data()), 1U); },
+     MODES_WITH(NO_PAD(DES), DES)},
     {"two-key triple des", "des3.txt", 8, std::endian::little, 16, sizeof(E_DES3_KEY_SCHEDULE),
-     [](Record to, const Bytes& key, std::int32_t) { EXPECT_EQ(E_DES3_KeySchedule(to, key.data()), 1U); }, ALL_MODES(DES3),
-     NO_PAD(DES3)},
+     [](Record to, const Bytes& key, std::int32_t) { EXPECT_EQ(E_DES3_KeySchedule(to, key.data()), 1U); },
+     MODES_WITH(NO_PAD(DES3), DES3)},
     {"three-key triple des", "des3.txt", 8, std::endian::little, 24, sizeof(E_DES3_3KEY_SCHEDULE),
      [](Record to, const Bytes& key, std::int32_t) { EXPECT_EQ(E_DES3_3Key_Schedule(to, key.data()), 1U); },
-     BLOCK_AND_CBC(DES3_3Key)},
+     CBC_ONLY(DES3_3Key)},
     {"seed", "seed.txt", 16, std::endian::little, 16, sizeof(E_SEED_KEY_SCHEDULE),
-     [](Record to, const Bytes& key, std::int32_t) { E_SEED_KeySchedule(to, key.data()); }, ALL_MODES(SEED), NO_PAD(SEED)},
+     [](Record to, const Bytes& key, std::int32_t) { E_SEED_KeySchedule(to, key.data()); }, MODES_WITH(NO_PAD(SEED), SEED)},
     {"idea", "idea.txt", 8, std::endian::big, 16, sizeof(E_IDEA_KEY_SCHEDULE),
-     [](Record to, const Bytes& key, std::int32_t) { E_IDEA_KeySchedule(to, key.data()); }, ALL_MODES(IDEA)},
+     [](Record to, const Bytes& key, std::int32_t) { E_IDEA_KeySchedule(to, key.data()); }, MODES(IDEA)},
     {"blowfish", "blowfish.txt", 8, std::endian::big, 0, sizeof(E_BF_KEY_SCHEDULE),
-     [](Record to, const Bytes& key, std::int32_t) { E_BF_KeySchedule(to, key.data(), length_of(key)); }, ALL_MODES(BF)},
+     [](Record to, const Bytes& key, std::int32_t) { E_BF_KeySchedule(to, key.data(), length_of(key)); }, MODES(BF)},
     {"rc2", "rc2.txt", 8, std::endian::little, 0, sizeof(E_RC2_KEY_SCHEDULE),
      [](Record to, const Bytes& key, std::int32_t bits) { E_RC2_KeySchedule(to, key.data(), length_of(key), bits); },
-     ALL_MODES(RC2)},
+     MODES(RC2)},
     {"rc5", "rc5.txt", 8, std::endian::little, 0, sizeof(E_RC5_KEY_SCHEDULE),
      [](Record to, const Bytes& key, std::int32_t rounds) { E_RC5_KeySchedule(to, key.data(), length_of(key), rounds); },
-     ALL_MODES(RC5)},
+     MODES(RC5)},
 };
-
-#undef OFB_DECRYPT
-#undef BLOCK_AND_CBC
-#undef ALL_MODES
-#undef NO_PAD
 
 const Cipher& cipher_named(std::string_view name) {
     return *std::find_if(kCiphers.begin(), kCiphers.end(), [&](const Cipher& row) { return row.name == name; });
@@ -73,19 +85,6 @@ Bytes Cipher::cbc_iv(Bytes iv) const {
     return iv;
 }
 
-bool Job::exists() const {
-    switch (mode) {
-        case kEcb:
-            return cipher.ecb[0] != nullptr;
-        case kCbc:
-            return cipher.cbc[0] != nullptr;
-        case kNoPad:
-            return cipher.no_pad[0] != nullptr;
-        default:
-            return cipher.cfb[0] != nullptr;
-    }
-}
-
 std::size_t Job::step() const {
     return feeds_back() && has_good_width() ? static_cast<std::size_t>(width_bits + 7) / 8 : cipher.block;
 }
@@ -93,24 +92,7 @@ std::size_t Job::step() const {
 void Job::call(const std::uint8_t* in, std::uint8_t* out, std::size_t size, std::uint8_t* iv) const {
     Bytes copy = schedule;
     const Record record = {copy.data()};
-    const auto len = static_cast<std::uint32_t>(size);
-    switch (mode) {
-        case kEcb:
-            cipher.ecb[decrypting](in, out, record, len);
-            break;
-        case kCbc:
-            cipher.cbc[decrypting](in, out, record, len, iv);
-            break;
-        case kNoPad:
-            cipher.no_pad[decrypting](in, out, record, len, iv);
-            break;
-        case kCfb:
-            cipher.cfb[decrypting](in, out, record, width_bits, len, iv);
-            break;
-        case kOfb:
-            cipher.ofb[decrypting](in, out, record, width_bits, len, iv);
-            break;
-    }
+    cipher.modes[mode][decrypting](in, out, record, static_cast<std::uint32_t>(size), iv, width_bits);
     EXPECT_EQ(copy, schedule) << "schedules are only read";
 }
 

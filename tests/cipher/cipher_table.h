@@ -21,9 +21,12 @@ struct Record {
     }
 };
 
-// A pair of functions, [0] encrypts and [1] decrypts.
-template <typename... Parameters>
-using BothWays = std::array<std::function<void(Parameters...)>, 2>;
+enum Mode { kEcb, kCbc, kNoPad, kCfb, kOfb };
+
+// What any mode wants, and leaves out of these what it does not know.
+using ModeFunction = std::function<void(const std::uint8_t* in, std::uint8_t* out, Record, std::uint32_t len,
+                                        std::uint8_t* iv, std::int32_t width_bits)>;
+using BothWays = std::array<ModeFunction, 2>;  // [0] encrypts and [1] decrypts
 
 struct Cipher {
     const char* name;
@@ -33,11 +36,8 @@ struct Cipher {
     std::size_t key;     // bytes, 0 for any number
     std::size_t record;  // bytes of the schedule
     void (*schedule)(Record, const Bytes& key, std::int32_t number);
-    BothWays<std::uint32_t*, Record> words;
-    BothWays<const std::uint8_t*, std::uint8_t*, Record, std::uint32_t, const std::uint8_t*> cbc;
-    BothWays<const std::uint8_t*, std::uint8_t*, Record, std::uint32_t> ecb = {};
-    BothWays<const std::uint8_t*, std::uint8_t*, Record, std::int32_t, std::uint32_t, std::uint8_t*> cfb = {}, ofb = {};
-    BothWays<const std::uint8_t*, std::uint8_t*, Record, std::uint32_t, const std::uint8_t*> no_pad = {};
+    std::array<std::function<void(std::uint32_t*, Record)>, 2> words;
+    std::array<BothWays, 5> modes;  // by Mode; empty where there is none
 
     // number is what RC2 and RC5 take beside the key.
     Bytes scheduled(const Bytes& with, std::int32_t number = 0) const;
@@ -48,8 +48,6 @@ struct Cipher {
 extern const std::vector<Cipher> kCiphers;
 const Cipher& cipher_named(std::string_view name);
 
-enum Mode { kEcb, kCbc, kNoPad, kCfb, kOfb };
-
 // One direction of one mode with one key.
 struct Job {
     const Cipher& cipher;
@@ -58,7 +56,7 @@ struct Job {
     bool decrypting;
     std::int32_t width_bits = 0;  // of CFB and OFB
 
-    bool exists() const;
+    bool exists() const { return cipher.modes[mode][0] != nullptr; }
     bool feeds_back() const { return mode == kCfb || mode == kOfb; }
     bool has_good_width() const { return width_bits > 0 && width_bits <= static_cast<std::int32_t>(8 * cipher.block); }
     // The bytes that a call may be cut at.
