@@ -1,5 +1,6 @@
 // What every block cipher must do: meet its published vectors, and follow the modes as the header words them.
 #include "cipher/mode_model.h"
+#include "support/seeded.h"
 #include "support/vectors.h"
 
 namespace {
@@ -7,9 +8,7 @@ namespace {
 using namespace morvane::test;
 
 TEST(Ciphers, MeetPublishedVectors) {
-    constexpr std::uint32_t kSeed = 20280;
-    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
-    Random random(kSeed);
+    Seeded random(20280);
     for (const Cipher& cipher : kCiphers) {
         std::size_t met = 0;
         for (const Vector& vector : load_vectors(cipher.vectors)) {
@@ -43,9 +42,7 @@ TEST(Ciphers, MeetPublishedVectors) {
 
 // Every length up to three blocks and more, and one beyond what the library may hold back at a time.
 TEST(Ciphers, FollowTheirModesForEveryLengthAndWidth) {
-    constexpr std::uint32_t kSeed = 20281;
-    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
-    Random random(kSeed);
+    Seeded random(20281);
     const auto expect_model = [&](const Job& job, std::size_t len) { expect_mode(job, random, len); };
     for (const Cipher& cipher : kCiphers) {
         const Bytes key = random.bytes(cipher.key != 0 ? cipher.key : 13);

@@ -1,14 +1,13 @@
 // Encryption and decryption in pieces: the order of the checks, and random calls on every cipher and mode beside the model.
 #include "csp/encrypt_model.h"
+#include "support/seeded.h"
 
 namespace {
 
 using namespace morvane::test;
 
 TEST(CspEncrypt, AgreesWithTheModelOnRandomCalls) {
-    constexpr std::uint32_t kSeed = 20267;
-    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
-    Random random(kSeed);
+    Seeded random(20267);
     std::vector<Kind> kinds = kinds_with_key();
     kinds.push_back({CSP_ALG_NULL_CIPHER});
     for (const Kind& kind : kinds) {

@@ -2,6 +2,7 @@
 #include <morvane/cipher.h>
 
 #include "csp/test_session.h"
+#include "support/seeded.h"
 #include "support/vectors.h"
 
 #include <algorithm>
@@ -192,9 +193,7 @@ void expect_mac(Mac& mac, const Bytes& message, const Bytes& expected, std::uint
 }
 
 TEST(CspMac, HoweverTheMessageIsCut) {
-    constexpr std::uint32_t kSeed = 20269;
-    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
-    Random random(kSeed);
+    Seeded random(20269);
     Mac des(CSP_ALG_DES, des_key()), des3(CSP_ALG_DES3, des3_key());
     for (const std::uint32_t length : {0U, 3U, 8U, 13U, 16U, 600U, 1029U}) {
         SCOPED_TRACE(length);

@@ -7,6 +7,7 @@
 #include "bignum/rows.h"
 #include "internal/each_row.h"
 #include "support/numbers.h"
+#include "support/seeded.h"
 
 #include <numeric>
 
@@ -50,8 +51,7 @@ std::vector<Words> moduli(Random& random, std::size_t count) {
 }
 
 TEST(BignumVariants, MultiplyAndSquareAlike) {
-    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
-    Random random(kSeed);
+    Seeded random(kSeed);
     for (const std::size_t n : lengths()) {
         for (const std::size_t other : {n, std::size_t{1}, 1 + n / 2, n + 3}) {
             for (int i = 0; i < 4; ++i) {
@@ -82,8 +82,7 @@ TEST(BignumVariants, MultiplyAndSquareAlike) {
 }
 
 TEST(BignumVariants, ApplyRunsAlike) {
-    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
-    Random random(kSeed);
+    Seeded random(kSeed);
     for (std::size_t n = 1; n < 24; ++n) {
         for (int i = 0; i < 8; ++i) {
             // The greatest sums of coefficients in half of the runs.
@@ -108,8 +107,7 @@ TEST(BignumVariants, ApplyRunsAlike) {
 }
 
 TEST(BignumVariants, ReduceAlike) {
-    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
-    Random random(kSeed);
+    Seeded random(kSeed);
     for (const std::size_t words : lengths()) {
         for (const Words& modulus : moduli(random, words)) {
             const Limbs m = limbs_of(modulus);
@@ -157,8 +155,7 @@ TEST(BignumVariants, ReduceAlike) {
 }
 
 TEST(BignumVariants, ComputeThePowersOfDivision) {
-    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
-    Random random(kSeed);
+    Seeded random(kSeed);
     for (const std::size_t n : lengths()) {
         const std::vector<Words> all = moduli(random, n);
         for (std::size_t i = 0; i < (n < 200 ? all.size() : 1); ++i) {

@@ -7,6 +7,7 @@
 #include "cipher/seed.h"
 #include "cipher/xor_into.h"
 #include "internal/each_row.h"
+#include "support/seeded.h"
 #include "support/stack_call.h"
 
 #include <gtest/gtest.h>
@@ -34,10 +35,9 @@ Bytes result_of(const Job& job, const Bytes& message, std::size_t shift, bool in
 // Both directions of the modes that decipher, or encipher, independent blocks.
 template <typename Table>
 void expect_rows_agree(const char* name, Table& table, std::size_t most_blocks, std::int32_t most_number = 0) {
-    constexpr std::uint32_t kSeed = 20301;
     const Cipher& cipher = cipher_named(name);
     const auto width = static_cast<std::int32_t>(8 * cipher.block);
-    Random random(kSeed);
+    Seeded random(20301);
     const auto compare = [&](auto& rows, Mode mode, bool decrypting) {
         with_each_row(rows, [&](auto* run) {
             for (std::size_t blocks = 0; blocks <= most_blocks; blocks += 1 + blocks / 32) {
@@ -56,7 +56,7 @@ void expect_rows_agree(const char* name, Table& table, std::size_t most_blocks, 
                     const Bytes expected = result_of(job, message, shift, in_place);
                     rows.pin(run);
                     ASSERT_EQ(to_hex(result_of(job, message, shift, in_place)), to_hex(expected))
-                        << job << ", " << blocks << " blocks, seed " << kSeed << (in_place ? ", in place" : "");
+                        << job << ", " << blocks << " blocks" << (in_place ? ", in place" : "");
                 }
             }
         });

@@ -8,6 +8,7 @@
 #include "random/pool.h"
 
 #include "support/integer.h"
+#include "support/seeded.h"
 
 #include <morvane/prime.h>
 
@@ -60,8 +61,7 @@ std::uint32_t scan(const Integer& x, const Integer& step, bool safe) {
 }
 
 TEST(Sieve, FindsWhatTheScanFinds) {
-    Random random(40961);
-    SCOPED_TRACE("seed 40961");
+    Seeded random(40961);
     for (int i = 0; i < 200; ++i) {
         Bytes bytes = random.bytes(1 + random.below(130));
         bytes.back() |= 1;
@@ -82,8 +82,7 @@ TEST(Sieve, FindsWhatTheScanFinds) {
 }
 
 TEST(SieveWalk, PassesWhatNoPrimeOfTheTableDivides) {
-    Random random(12289);
-    SCOPED_TRACE("seed 12289");
+    Seeded random(12289);
     Integer x, step;
     for (Integer* const number : {&x, &step}) EN_U8ToENUM(*number, random.bytes(30).data(), 30);
     step->words[0] &= ~1U;

@@ -10,6 +10,7 @@
 #include "hash/sha2_compress.h"
 #include "internal/each_row.h"
 #include "support/bytes.h"
+#include "support/seeded.h"
 #include "support/stack_call.h"
 
 #include <gtest/gtest.h>
@@ -53,11 +54,9 @@ TEST(Dispatch, ThreadsThatComeAtOnceFindTheSameRow) {
 // Blocks at every alignment into random states, one and several at a call.
 template <std::size_t StateWords, std::size_t BlockBytes, std::size_t Rows>
 void expect_rows_agree(cpu::Dispatch<hash::Sha1CompressFn, Rows>& dispatch, hash::Sha1CompressFn* portable) {
-    constexpr std::uint32_t kSeed = 20267;
     constexpr std::uint32_t kGuard = 0x5a5a5a5a;
-    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
     with_each_row(dispatch, [&](hash::Sha1CompressFn* compress) {
-        Random random(kSeed);
+        Seeded random(20267);
         for (std::size_t blocks = 0; blocks < 10; ++blocks) {
             for (std::size_t shift = 0; shift < 17; ++shift) {
                 const Bytes message = random.bytes(BlockBytes * blocks + shift);
