@@ -35,30 +35,27 @@ TEST(CspKeyPair, IsDerOfItsAlgorithm) {
         EXPECT_TRUE(header.BlobType == 1 && header.KeyClass == 1 && header.LogicalKeySizeInBits == 512);
         EXPECT_TRUE(header.AlgorithmId == algorithm && header.KeyUsage == 4 && header.KeyAttr == 0x10);
         EXPECT_TRUE(public_key.KeyHeader.KeyClass == 0 && public_key.KeyHeader.KeyUsage == 8);
-        const std::uint8_t* position = private_key.KeyData.Data;
-        const std::uint8_t* other = public_key.KeyData.Data;
-        const std::uint8_t hash[20] = {1};
-        std::uint8_t sig[80];
-        std::int32_t sig_len = 0;
+        const auto expect_pair = [&](auto whole, auto open, auto init, auto get_private, auto get_public, auto sign,
+                                     auto verify) {
+            init(&whole), init(&open);
+            const std::uint8_t *secret = private_key.KeyData.Data, *known = public_key.KeyData.Data;
+            get_private(&whole, &secret, private_key.KeyData.Length);
+            get_public(&open, &known, public_key.KeyData.Length);
+            EXPECT_EQ(secret, private_key.KeyData.Data + private_key.KeyData.Length);
+            EXPECT_EQ(known, public_key.KeyData.Data + public_key.KeyData.Length);
+            const std::uint8_t hash[20] = {1};
+            std::uint8_t sig[80];
+            std::int32_t sig_len = 0;
+            sign(hash, 20, sig, &sig_len, &whole);
+            EXPECT_EQ(verify(hash, 20, sig, sig_len, &open), 1);
+        };
         if (algorithm < 81 && algorithm != 41) {
-            E_RSA_KEY whole{}, open{};
-            E_RSA_Init(&whole);
-            E_RSA_Init(&open);
-            E_ASN1_GetRSAPrivateKey(&whole, &position, private_key.KeyData.Length);
-            E_ASN1_GetRSAPublicKey(&open, &other, public_key.KeyData.Length);
-            E_RSA_Sign(hash, 20, sig, &sig_len, &whole);
-            EXPECT_EQ(E_RSA_Verify(hash, 20, sig, sig_len, &open), 1);
+            expect_pair(E_RSA_KEY{}, E_RSA_KEY{}, E_RSA_Init, E_ASN1_GetRSAPrivateKey, E_ASN1_GetRSAPublicKey, E_RSA_Sign,
+                        E_RSA_Verify);
         } else {
-            E_DSA_KEY whole{}, open{};
-            E_DSA_Init(&whole);
-            E_DSA_Init(&open);
-            E_ASN1_GetDSAPrivateKey(&whole, &position, private_key.KeyData.Length);
-            E_ASN1_GetDSAPublicKey(&open, &other, public_key.KeyData.Length);
-            (algorithm == 90 ? E_KCDSA_Sign : E_DSA_Sign)(hash, 20, sig, &sig_len, &whole);
-            EXPECT_EQ((algorithm == 90 ? E_KCDSA_Verify : E_DSA_Verify)(hash, 20, sig, sig_len, &open), 1);
+            expect_pair(E_DSA_KEY{}, E_DSA_KEY{}, E_DSA_Init, E_ASN1_GetDSAPrivateKey, E_ASN1_GetDSAPublicKey,
+                        algorithm == 90 ? E_KCDSA_Sign : E_DSA_Sign, algorithm == 90 ? E_KCDSA_Verify : E_DSA_Verify);
         }
-        EXPECT_EQ(position, private_key.KeyData.Data + private_key.KeyData.Length);
-        EXPECT_EQ(other, public_key.KeyData.Data + public_key.KeyData.Length);
     }
 }
 

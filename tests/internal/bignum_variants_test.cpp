@@ -81,6 +81,35 @@ TEST(BignumVariants, MultiplyAndSquareAlike) {
     }
 }
 
+// u = q d + d - 1: the greatest remainder that there is. Shaped quotients and divisors make estimates too large.
+TEST(BignumVariants, DivideWhatWasMultiplied) {
+    Seeded random(kSeed);
+    for (const std::size_t n : lengths()) {
+        for (const std::size_t q_size : {n, 1 + n / 3, 2 * n + 1}) {
+            const Limbs q = shaped_limbs(random, q_size);
+            Limbs d = shaped_limbs(random, n), u(n + q_size);
+            d.back() |= Limb{1} << (kLimbBits - 1);
+            multiply_plain(u.data(), q.data(), q_size, d.data(), n);
+            Limbs remainder = d;
+            --remainder[0];
+            if (d[0] == 0) continue;
+            Limb carry = add(u.data(), u.data(), remainder.data(), n);
+            for (std::size_t i = n; i < u.size(); ++i) carry = add(&u[i], &u[i], &carry, 1);
+            with_each_row(multiply_variants, [&](MultiplyFn*) {
+                Limbs found = junk(q_size + 1), left = u, only_left = u;
+                divide(found.data(), left.data(), left.size(), d.data(), n);
+                divide(nullptr, only_left.data(), left.size(), d.data(), n);
+                ASSERT_EQ(found.back(), junk(1)[0]);
+                found.pop_back();
+                ASSERT_EQ(found, q) << n << " limbs";
+                ASSERT_EQ(only_left, left);
+                left.resize(n);
+                ASSERT_EQ(left, remainder) << n << " limbs";
+            });
+        }
+    }
+}
+
 TEST(BignumVariants, ApplyRunsAlike) {
     Seeded random(kSeed);
     for (std::size_t n = 1; n < 24; ++n) {

@@ -81,6 +81,12 @@ Outcome outcome_of(Call call, Bytes before = {}) {
     return {status, out};
 }
 
+// What was printed as the files of vectors have it: after a quote, with \n for a newline.
+inline std::string printed_text(std::string text) {
+    for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos;) text.replace(at, 1, "\\n");
+    return "'" + text;
+}
+
 inline Outcome message_outcome(const Bytes& message) { return {length_of(message), message}; }
 
 }  // namespace morvane::test

@@ -98,9 +98,7 @@ TEST(RsaVectors, EncodedMessages) {
                           block),
                       expected);
         }
-        std::string printed = testing::internal::GetCapturedStdout();
-        for (std::size_t at = 0; (at = printed.find('\n', at)) != std::string::npos;) printed.replace(at, 1, "\\n");
-        EXPECT_EQ("'" + printed, record.text("text"));
+        EXPECT_EQ(printed_text(testing::internal::GetCapturedStdout()), record.text("text"));
     });
 }
 
