@@ -1,7 +1,6 @@
 // Powers modulo odd numbers with AVX-512 IFMA: digits of 52 bits, a lane each.
-#include "bignum/exponentiate.h"
 #include "bignum/ifma_rows.h"
-#include "bignum/power_engines.h"
+#include "bignum/power_in.h"
 
 #include <algorithm>
 
@@ -177,10 +176,14 @@ bool power_in_vectors(const std::array<Power, Streams>& powers) noexcept {
     Work<Digits, Streams * Rows::kVectors * Rows::kLanes> x(Streams * ring.size());
     if (!ring) return false;
     ring.enter(x.get(), powers);
-    std::array<std::span<const Word>, Streams> exponents;
-    for (std::size_t s = 0; s < Streams; ++s) exponents[s] = powers[s].exponent;
-    const bool done = powers[0].has_known_exponent() ? exponentiate_vt(ring, x.get(), exponents[0][0])
-                                                     : exponentiate(ring, x.get(), exponents);
+    bool done = false;
+    if constexpr (Streams == 1) {
+        done = exponentiate_alone(ring, x.get(), powers[0]);
+    } else {
+        std::array<std::span<const Word>, Streams> exponents;
+        for (std::size_t s = 0; s < Streams; ++s) exponents[s] = powers[s].exponent;
+        done = exponentiate(ring, x.get(), exponents);
+    }
     return done && ring.leave(x.get(), powers);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bignum/exponentiate.h"
+#include "bignum/lasting_base.h"
 #include "bignum/power_engines.h"
 
 namespace morvane::bignum {
@@ -10,15 +11,20 @@ namespace morvane::bignum {
 template <typename R>
 using ElementWork = Work<typename R::Item, 2 * kElementItems<typename R::Item>>;
 
+// x = x^exponent for the power's base in x.
+template <typename R>
+bool exponentiate_alone(const R& ring, typename R::Item* x, const Power& power) noexcept {
+    if (power.has_known_exponent()) return exponentiate_vt(ring, x, power.exponent[0]);
+    return (power.is_base_lasting && exponentiate_lasting(ring, x, power)) || exponentiate(ring, x, {power.exponent});
+}
+
 template <typename R>
 bool power_in(const Power& power) noexcept {
     const R ring(power.modulus, power.is_modulus_secret);
     ElementWork<R> x(ring.size());
     if (!ring || !x) return false;
     ring.enter(x.get(), power.base);
-    const bool done = power.has_known_exponent() ? exponentiate_vt(ring, x.get(), power.exponent[0])
-                                                 : exponentiate(ring, x.get(), {power.exponent});
-    return done && ring.leave(power.result, x.get());
+    return exponentiate_alone(ring, x.get(), power) && ring.leave(power.result, x.get());
 }
 
 template <typename R>

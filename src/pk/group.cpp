@@ -44,12 +44,13 @@ bool Group::reduce(Word* r, std::span<const Word>& base) const noexcept {
     return true;
 }
 
-bool Group::raise(Word* r, std::span<const Word> base, std::span<const Word> exponent) const noexcept {
+bool Group::raise_g(Word* r, std::span<const Word> exponent) const noexcept {
     SecretArray<Word, kGroupWords + kLeastExponentWords> padded;
     MemberWords reduced;
+    std::span<const Word> base = g_;
     std::copy(exponent.begin(), exponent.end(), padded.items.begin());
     return reduce(reduced.items.data(), base) &&
-           power_mod({base, {padded.items.data(), std::max(q_.size(), kLeastExponentWords)}, p_, r});
+           power_mod({base, {padded.items.data(), std::max(q_.size(), kLeastExponentWords)}, p_, r, false, true});
 }
 
 bool Group::raise_two(Word* r, std::span<const Word> a, std::span<const Word> e, std::span<const Word> b,
