@@ -103,8 +103,11 @@ public:
         using Lanes = typename Rows::Lanes;
         for (std::size_t s = 0; s < Streams; ++s) {
             typename Lanes::Vector chosen[Rows::kVectors] = {};
-            for (std::size_t entry = 0; entry < entries; ++entry) {
-                const auto mask = Lanes::fill(mask_if_equal<Digits>(entry, indices[s]));
+            const auto index = Lanes::fill(indices[s]);
+            auto at = Lanes::zero();
+            for (std::size_t entry = 0; entry < entries; ++entry, at = Lanes::add(at, Lanes::fill(1))) {
+                auto mask = Lanes::ones_if_equal(at, index);
+                asm("" : "+v"(mask));  // otherwise the compiler may find out that one entry is enough
                 const Digits* const element = table + (entry * Streams + s) * kSize;
 #pragma GCC unroll 16
                 for (std::size_t v = 0; v < Rows::kVectors; ++v) {
