@@ -36,7 +36,7 @@ template <typename Rows, std::size_t Streams>
     Products<Rows, Streams> products;
     products.start(a, moduli);
     for (std::size_t i = 0; i < count; ++i) products.template add_row<Part{}>(b + i);
-    products.template finish<Part{}>(r);
+    products.template finish<Part{Rows::kVectors}>(r);
 }
 
 // The rows of a vector's digits, and of those above it. The products with the vectors below it are there already, twice.
