@@ -14,19 +14,19 @@ constexpr int kWriter = -1;
 
 }  // namespace
 
-// What a table is for, and the table.
+// A key, and the table for it.
 struct Slot {
-    bool is_for(const Power& power, const void* kind) const noexcept {
-        return ring == kind && exponent_words == power.exponent.size() && std::ranges::equal(power.modulus, key(modulus)) &&
-               std::ranges::equal(power.base, key(base));
+    bool is_for(const TableKey& key) const noexcept {
+        return ring == key.ring && exponent_words == key.exponent_words && modulus.is(key.modulus) && base.is(key.base);
     }
-    void set(const Power& power, const void* kind) noexcept {
-        ring = kind;
-        exponent_words = power.exponent.size();
-        modulus.set(power.modulus);
-        base.set(power.base);
+    void set(const TableKey& key) noexcept {
+        ring = key.ring;
+        exponent_words = key.exponent_words;
+        modulus.set(key.modulus);
+        base.set(key.base);
         is_made = false;
     }
+
     bool try_read() noexcept {
         int at = users.load(std::memory_order_relaxed);
         while (at != kWriter) {
@@ -43,6 +43,7 @@ struct Slot {
     void end_read() noexcept { users.fetch_sub(1, std::memory_order_release); }
 
     struct Number {
+        bool is(std::span<const Word> value) const noexcept { return std::ranges::equal(value, std::span(words, size)); }
         void set(std::span<const Word> value) noexcept {
             size = value.size();
             std::ranges::copy(value, words);
@@ -51,9 +52,9 @@ struct Slot {
         std::size_t size;
         Word words[kMostWords];
     };
-    static std::span<const Word> key(const Number& number) noexcept { return {number.words, number.size}; }
 
     std::atomic<int> users{kNobody};
+    std::atomic<unsigned> last_use{0};
     bool is_made = false;
     const void* ring = nullptr;
     std::size_t exponent_words = 0;
@@ -64,27 +65,36 @@ struct Slot {
 
 namespace {
 
-// As many groups as a program may work in by turns; the one that came in first makes room for a further one.
 constinit std::array<Slot, 4> slots;
-constinit std::atomic<unsigned> oldest{0};
+constinit std::atomic<unsigned> uses{0};
+
+void use(Slot& slot) noexcept {
+    slot.last_use.store(uses.fetch_add(1, std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+}
+
+// A new base takes the place of the one that has not been used for longest.
+Slot& longest_unused() noexcept {
+    const unsigned now = uses.load(std::memory_order_relaxed);
+    return *std::ranges::max_element(
+        slots, {}, [now](const Slot& slot) { return now - slot.last_use.load(std::memory_order_relaxed); });
+}
 
 }  // namespace
 
-BaseTable::BaseTable(const Power& power, const void* ring, std::size_t element_bytes) noexcept {
-    if (power.modulus.size() > kMostWords || power.base.size() > kMostWords || element_bytes > kMostBytes) return;
+BaseTable::BaseTable(const TableKey& key) noexcept {
+    if (key.modulus.size() > kMostWords || key.base.size() > kMostWords || key.element_bytes > kMostBytes) return;
     for (Slot& slot : slots) {
         if (!slot.try_read()) continue;
-        const bool is_it = slot.is_for(power, ring);
-        if (is_it && slot.is_made) {
-            slot_ = &slot;
-            is_made_ = true;
-            return;
-        }
-        slot.end_read();
+        const bool is_it = slot.is_for(key);
+        is_made_ = is_it && slot.is_made;
+        if (!is_made_) slot.end_read();
         if (!is_it) continue;
-        // In between, it may have become another base's.
-        if (slot.try_write()) {
-            if (slot.is_for(power, ring) && !slot.is_made) {
+        use(slot);
+        if (is_made_) {
+            slot_ = &slot;
+        } else if (slot.try_write()) {
+            // In between, it may have been made, or have become another base's.
+            if (slot.is_for(key) && !slot.is_made) {
                 slot_ = &slot;
             } else {
                 slot.end_write();
@@ -93,9 +103,10 @@ BaseTable::BaseTable(const Power& power, const void* ring, std::size_t element_b
         }
         return;
     }
-    Slot& slot = slots[oldest.fetch_add(1, std::memory_order_relaxed) % slots.size()];
+    Slot& slot = longest_unused();
     if (!slot.try_write()) return;
-    slot.set(power, ring);
+    slot.set(key);
+    use(slot);
     slot.end_write();
     slot.end_read();
 }

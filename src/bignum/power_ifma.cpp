@@ -198,7 +198,7 @@ bool product_in_vectors(const Power& a, const Power& b) noexcept {
     if (!ring) return false;
     ring.enter(x.get(), {a});
     ring.enter(y.get(), {b});
-    return exponentiate_product_vt(ring, x.get(), y.get(), a.exponent, b.exponent) && ring.leave(x.get(), {a});
+    return exponentiate_both_vt(ring, x.get(), y.get(), a, b) && ring.leave(x.get(), {a});
 }
 
 // The digits that moduli need, those that a width has, and what runs in it.

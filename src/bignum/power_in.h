@@ -18,6 +18,14 @@ bool exponentiate_alone(const R& ring, typename R::Item* x, const Power& power) 
     return (power.is_base_lasting && exponentiate_lasting(ring, x, power)) || exponentiate(ring, x, {power.exponent});
 }
 
+// x = x^e y^f for the bases of two powers in x and y.
+template <typename R>
+bool exponentiate_both_vt(const R& ring, typename R::Item* x, const typename R::Item* y, const Power& a,
+                          const Power& b) noexcept {
+    return (a.is_base_lasting && b.is_base_lasting && exponentiate_product_lasting_vt(ring, x, y, a, b)) ||
+           exponentiate_product_vt(ring, x, y, a.exponent, b.exponent);
+}
+
 template <typename R>
 bool power_in(const Power& power) noexcept {
     const R ring(power.modulus, power.is_modulus_secret);
@@ -35,7 +43,7 @@ bool power_product_in(const Power& a, const Power& b) noexcept {
     if (!ring || !x || !y) return false;
     ring.enter(x.get(), a.base);
     ring.enter(y.get(), b.base);
-    return exponentiate_product_vt(ring, x.get(), y.get(), a.exponent, b.exponent) && ring.leave(a.result, x.get());
+    return exponentiate_both_vt(ring, x.get(), y.get(), a, b) && ring.leave(a.result, x.get());
 }
 
 }  // namespace morvane::bignum

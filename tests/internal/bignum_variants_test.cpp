@@ -258,6 +258,12 @@ TEST(BignumVariants, ComputeThePowersOfDivision) {
                 powers[0].result = both.data();
                 ASSERT_TRUE(run(powers[0], powers[1]));
                 ASSERT_EQ(both, factor);
+                for (const char* const at : {"first sight", "the tables are made", "by the tables"}) {
+                    std::array<Power, 2> lasting = powers;
+                    lasting[0].is_base_lasting = lasting[1].is_base_lasting = true;
+                    ASSERT_TRUE(run(lasting[0], lasting[1]));
+                    ASSERT_EQ(both, factor) << at;
+                }
             });
         }
     }
