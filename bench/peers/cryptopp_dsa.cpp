@@ -20,6 +20,7 @@ class Dsa {
 public:
     explicit Dsa(const DsaKey& from) : from_(from), signature_(from.r) {
         signer_.AccessKey().Initialize(number_of(from.p), number_of(from.q), number_of(from.g), number_of(from.x));
+        signer_.AccessKey().AccessGroupParameters().Precompute();
         verifier_.AccessKey().Initialize(number_of(from.p), number_of(from.q), number_of(from.g), number_of(from.y));
         signature_.insert(signature_.end(), from.s.begin(), from.s.end());
     }

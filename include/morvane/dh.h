@@ -8,7 +8,8 @@
  * with 0, 1 or p - 1 from a peer, the secret can be guessed or tells bits of x. Check what comes from strangers
  * (EN_IsStrongPrime, and 1 < value < p - 1), as the morvane tool does.
  *
- * Time. What x enters takes a time that depends on lengths only, if p is odd. */
+ * Time. What x enters takes a time that depends on lengths only, if p is odd. Powers of g are kept as for DSA (see
+ * morvane/dsa.h). */
 #ifndef MORVANE_DH_H
 #define MORVANE_DH_H
 

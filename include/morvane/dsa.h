@@ -10,7 +10,9 @@
  * storage: with others, nothing is generated, signed or accepted. That p and q are prime and g of order q is not checked.
  *
  * Time. What x and the number k of a signature enter takes a time that depends on lengths only. y, the domain, hash values
- * and signatures count as public.
+ * and signatures count as public. With p of up to 2048 bits, the process keeps powers of g, and of a y that signatures are
+ * verified with, from their second use on, for the four of them used last: everything takes about a third of the time then.
+ * Nothing has to be freed.
  *
  * Departs from FIPS 186-2: the number k of a signature is EN_Random of as many words as q has, with its two highest bits
  * set, modulo q, which is not quite uniform (see SECURITY.md).

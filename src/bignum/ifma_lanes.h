@@ -16,7 +16,7 @@ inline constexpr std::uint64_t kIfmaDigit = (std::uint64_t{1} << kIfmaBits) - 1;
 
 // shift: what is above a digit, in the lanes of a mask. down, up: the lanes of two neighbouring vectors moved by one, where
 // the first argument is the one that is kept. first: the lowest lane in all lanes. low, high: sum + that half of a b.
-// add_both: the bits of sum, and those that a and b have both.
+// add_both: the bits of sum, and those that a and b have both. ones_if_equal: in each lane, all bits or none.
 struct Zmm {
     using Vector = __m512i;
     static constexpr std::size_t kLanes = 8;
@@ -35,6 +35,9 @@ struct Zmm {
     MORVANE_LANE_OPERATION Vector both(Vector a, Vector b) noexcept { return _mm512_and_si512(a, b); }
     MORVANE_LANE_OPERATION Vector add_both(Vector sum, Vector a, Vector b) noexcept {
         return _mm512_ternarylogic_epi64(sum, a, b, 0xf8);
+    }
+    MORVANE_LANE_OPERATION Vector ones_if_equal(Vector a, Vector b) noexcept {
+        return _mm512_movm_epi64(_mm512_cmpeq_epi64_mask(a, b));
     }
     MORVANE_LANE_OPERATION Vector shift(Vector x, unsigned lanes) noexcept {
         return _mm512_maskz_srli_epi64(static_cast<__mmask8>(lanes), x, kIfmaBits);
@@ -73,6 +76,7 @@ struct Ymm {
     MORVANE_LANE_OPERATION Vector add_both(Vector sum, Vector a, Vector b) noexcept {
         return _mm256_ternarylogic_epi64(sum, a, b, 0xf8);
     }
+    MORVANE_LANE_OPERATION Vector ones_if_equal(Vector a, Vector b) noexcept { return _mm256_cmpeq_epi64(a, b); }
     MORVANE_LANE_OPERATION Vector shift(Vector x, unsigned lanes) noexcept {
         return _mm256_maskz_srli_epi64(static_cast<__mmask8>(lanes), x, kIfmaBits);
     }

@@ -12,6 +12,8 @@ namespace morvane::bignum {
 
 using Digits = std::uint64_t;
 
+// What is loaded is the last operand of a product throughout: there, the instruction takes it from memory by itself.
+
 // What a modulus is to the rows: its digits as its class sets them, and its factor.
 struct RowModulus {
     const Digits* above;
@@ -56,12 +58,12 @@ template <typename Lanes, Part P>
     const auto a_v = Lanes::load(a + v * Lanes::kLanes);
     if (P.twice) {
         auto both = Lanes::zero();
-        if (v > P.high) both = Lanes::high(both, a_v, digit_before);
-        if (v > P.low) both = Lanes::low(both, a_v, digit);
+        if (v > P.high) both = Lanes::high(both, digit_before, a_v);
+        if (v > P.low) both = Lanes::low(both, digit, a_v);
         if (v > P.high) sum = Lanes::add(sum, Lanes::add(both, both));
     }
-    if (P.twice ? v == P.high : v >= P.high) sum = Lanes::high(sum, a_v, digit_before);
-    if (P.twice ? v == P.low : v >= P.low) sum = Lanes::low(sum, a_v, digit);
+    if (P.twice ? v == P.high : v >= P.high) sum = Lanes::high(sum, digit_before, a_v);
+    if (P.twice ? v == P.low : v >= P.low) sum = Lanes::low(sum, digit, a_v);
     return sum;
 }
 
@@ -100,9 +102,9 @@ struct FriendlyRows {
             Vector moved = Lanes::down(t[v], v + 1 < Vectors ? t[v + 1] : Lanes::zero());
             if (v == 0) moved = Lanes::add(moved, carry);
             Vector sum = add_products<Lanes, P>(Lanes::zero(), v, a, digit, digit_before);
-            sum = Lanes::high(sum, c, factor_before);
+            sum = Lanes::high(sum, factor_before, c);
             // The sum with what has moved comes last, not the product: additions keep the next row waiting for less.
-            t[v] = Lanes::add(Lanes::low(sum, c, factor), moved);
+            t[v] = Lanes::add(Lanes::low(sum, factor, c), moved);
         }
         digit_before = digit;
         factor_before = factor;
@@ -135,6 +137,9 @@ struct PlainRows {
     static constexpr std::size_t kVectors = Vectors;
     static constexpr bool kSquares = true;
 
+    // So many vectors keep the multiplier busy while a chain of sums waits: it saves additions, of which squares have many.
+    static constexpr std::size_t kWide = 8;
+
     const Digits* a;
     const Digits* m;
     const Digits* m_above;
@@ -162,10 +167,11 @@ struct PlainRows {
         for (std::size_t v = 0; v < Vectors; ++v) {
             Vector moved = Lanes::down(t[v], v + 1 < Vectors ? t[v + 1] : Lanes::zero());
             if (v == 0) moved = Lanes::add(moved, carry);
-            Vector sum = add_products<Lanes, P>(Lanes::zero(), v, a, digit, digit_before);
-            sum = Lanes::low(sum, Lanes::load(m_above + v * Lanes::kLanes), factor);
-            moved = Lanes::high(moved, Lanes::load(m + v * Lanes::kLanes), factor);
-            t[v] = Lanes::add(sum, moved);
+            const bool is_chain = P.twice && Vectors >= kWide && v > 0;
+            Vector sum = add_products<Lanes, P>(is_chain ? moved : Lanes::zero(), v, a, digit, digit_before);
+            sum = Lanes::low(sum, factor, Lanes::load(m_above + v * Lanes::kLanes));
+            const Vector upper = Lanes::high(is_chain ? sum : moved, factor, Lanes::load(m + v * Lanes::kLanes));
+            t[v] = is_chain ? upper : Lanes::add(sum, upper);
         }
         digit_before = digit;
         factor = Lanes::first(Lanes::low(Lanes::zero(), t[0], k));

@@ -112,14 +112,14 @@ constexpr std::size_t digits_for(std::size_t words) noexcept {
     const Vector b0 = Ymm::fill(b[0]), b1 = Ymm::fill(b[1]), b2 = Ymm::fill(b[2]), b3 = Ymm::fill(b[3]);
     for (; groups != 0; --groups, t += Ymm::kLanes, a += Ymm::kLanes) {
         const Vector a1 = load_any(a - 1), a2 = load_any(a - 2), a3 = load_any(a - 3);
-        Vector low = Ymm::low(Ymm::load(t), load_any(a), b0);
+        Vector low = Ymm::low(Ymm::load(t), b0, load_any(a));
         Vector high = Ymm::high(Ymm::zero(), a1, b0);
         low = Ymm::low(low, a1, b1);
         high = Ymm::high(high, a2, b1);
         low = Ymm::low(low, a2, b2);
         high = Ymm::high(high, a3, b2);
         low = Ymm::low(low, a3, b3);
-        high = Ymm::high(high, load_any(a - 4), b3);
+        high = Ymm::high(high, b3, load_any(a - 4));
         Ymm::store(t, Ymm::add(low, high));
     }
 }

@@ -15,6 +15,7 @@ struct Power {
     std::span<const Word> modulus;   // the top word is not 0
     Word* result;                    // as many words as the modulus has; may be any of the operands
     bool is_modulus_secret = false;  // then its length in bits is all that may be known of it
+    bool is_base_lasting = false;    // with this modulus it is used again and again, and everybody may know both
 
     bool has_known_exponent() const noexcept { return exponent.size() == 1; }
 };

@@ -1,7 +1,6 @@
 // Powers modulo odd numbers with AVX-512 IFMA: digits of 52 bits, a lane each.
-#include "bignum/exponentiate.h"
 #include "bignum/ifma_rows.h"
-#include "bignum/power_engines.h"
+#include "bignum/power_in.h"
 
 #include <algorithm>
 
@@ -37,7 +36,7 @@ template <typename Rows, std::size_t Streams>
     Products<Rows, Streams> products;
     products.start(a, moduli);
     for (std::size_t i = 0; i < count; ++i) products.template add_row<Part{}>(b + i);
-    products.template finish<Part{}>(r);
+    products.template finish<Part{Rows::kVectors}>(r);
 }
 
 // The rows of a vector's digits, and of those above it. The products with the vectors below it are there already, twice.
@@ -104,8 +103,11 @@ public:
         using Lanes = typename Rows::Lanes;
         for (std::size_t s = 0; s < Streams; ++s) {
             typename Lanes::Vector chosen[Rows::kVectors] = {};
-            for (std::size_t entry = 0; entry < entries; ++entry) {
-                const auto mask = Lanes::fill(mask_if_equal<Digits>(entry, indices[s]));
+            const auto index = Lanes::fill(indices[s]);
+            auto at = Lanes::zero();
+            for (std::size_t entry = 0; entry < entries; ++entry, at = Lanes::add(at, Lanes::fill(1))) {
+                auto mask = Lanes::ones_if_equal(at, index);
+                asm("" : "+v"(mask));  // otherwise the compiler may find out that one entry is enough
                 const Digits* const element = table + (entry * Streams + s) * kSize;
 #pragma GCC unroll 16
                 for (std::size_t v = 0; v < Rows::kVectors; ++v) {
@@ -177,10 +179,14 @@ bool power_in_vectors(const std::array<Power, Streams>& powers) noexcept {
     Work<Digits, Streams * Rows::kVectors * Rows::kLanes> x(Streams * ring.size());
     if (!ring) return false;
     ring.enter(x.get(), powers);
-    std::array<std::span<const Word>, Streams> exponents;
-    for (std::size_t s = 0; s < Streams; ++s) exponents[s] = powers[s].exponent;
-    const bool done = powers[0].has_known_exponent() ? exponentiate_vt(ring, x.get(), exponents[0][0])
-                                                     : exponentiate(ring, x.get(), exponents);
+    bool done = false;
+    if constexpr (Streams == 1) {
+        done = exponentiate_alone(ring, x.get(), powers[0]);
+    } else {
+        std::array<std::span<const Word>, Streams> exponents;
+        for (std::size_t s = 0; s < Streams; ++s) exponents[s] = powers[s].exponent;
+        done = exponentiate(ring, x.get(), exponents);
+    }
     return done && ring.leave(x.get(), powers);
 }
 
@@ -192,7 +198,7 @@ bool product_in_vectors(const Power& a, const Power& b) noexcept {
     if (!ring) return false;
     ring.enter(x.get(), {a});
     ring.enter(y.get(), {b});
-    return exponentiate_product_vt(ring, x.get(), y.get(), a.exponent, b.exponent) && ring.leave(x.get(), {a});
+    return exponentiate_both_vt(ring, x.get(), y.get(), a, b) && ring.leave(x.get(), {a});
 }
 
 // The digits that moduli need, those that a width has, and what runs in it.

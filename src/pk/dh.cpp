@@ -33,7 +33,8 @@ std::span<const Word> value_of(const ENUM& member) noexcept {
 
 // r = base^x mod p, of the words of p. x is secret: one of a single word is extended, lest it count as public. False if p
 // is 0 or 1, or if there is no memory.
-bool raise(Word* r, std::span<const Word> base, std::span<const Word> x, std::span<const Word> p) noexcept {
+bool raise(Word* r, std::span<const Word> base, std::span<const Word> x, std::span<const Word> p,
+           bool is_lasting) noexcept {
     if (p.empty() || (p.size() == 1 && p[0] == 1)) return false;
     SecretArray<Word, kWords + 1> exponent;
     WorkWords reduced(std::max(base.size(), p.size()));
@@ -43,7 +44,7 @@ bool raise(Word* r, std::span<const Word> base, std::span<const Word> x, std::sp
         if (!divide_words(nullptr, reduced.get(), base, p)) return false;
         base = {reduced.get(), p.size()};
     }
-    return power_mod({base, {exponent.items.data(), std::max<std::size_t>(x.size(), 2)}, p, r});
+    return power_mod({base, {exponent.items.data(), std::max<std::size_t>(x.size(), 2)}, p, r, false, is_lasting});
 }
 
 }  // namespace
@@ -80,7 +81,7 @@ void E_DH_GenerateKey(E_DH_KEY* key, std::int32_t bits) {
     WorkRecord drawn(kWords);
     if (draws) EN_Random(drawn.get(), bits, 0, 0);
     WorkWords y(p.size());
-    if (!raise(y.get(), g, draws ? value_of(*drawn) : value_of(key->x), p)) return;
+    if (!raise(y.get(), g, draws ? value_of(*drawn) : value_of(key->x), p, true)) return;
     if (draws) {
         key->x.words = key->x_words;
         EN_Copy(&key->x, drawn.get());
@@ -95,7 +96,7 @@ std::int32_t E_DH_ComputeKey(std::uint8_t* out, const ENUM* peer, const E_DH_KEY
     const std::span<const Word> p = value_of(key->p);
     WorkRecord secret(kWords);
     if (key->x.words == nullptr ||
-        !raise(secret->words, magnitude(*peer).first(significant_words(*peer)), value_of(key->x), p)) {
+        !raise(secret->words, magnitude(*peer).first(significant_words(*peer)), value_of(key->x), p, false)) {
         return -1;
     }
     // How many octets the secret has is told by the result.

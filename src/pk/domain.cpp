@@ -87,7 +87,7 @@ bool set_pair(E_DSA_KEY& key, const ENUM& random, PublicKey kind) noexcept {
     if (scalars.is_zero(x)) return false;
     exponent.items = x.items;
     if (kind == PublicKey::kOfInverse && !scalars.invert(exponent, x)) return false;
-    if (!group.raise(key.y.words, group.g(), scalars.words(words, exponent))) return false;
+    if (!group.raise_g(key.y.words, scalars.words(words, exponent))) return false;
     set_normalised_length(key.y, group.p().size());
     set(key.x, 0, scalars.words(words, x));
     set_normalised_length(key.x, group.q().size());

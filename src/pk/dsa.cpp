@@ -17,7 +17,7 @@ bool dsa_signature(Scalar& r, Scalar& s, const Group& group, Scalars& scalars, c
                    const Scalar& k) noexcept {
     SecretArray<Word, kGroupWords> words;
     SecretArray<Word, kGroupWords> power;
-    if (!group.raise(power.items.data(), group.g(), scalars.words(words, k))) return false;
+    if (!group.raise_g(power.items.data(), scalars.words(words, k))) return false;
     declare_known(power.items.data(), group.p().size());  // whoever verifies computes it, too
     scalars.load_public(r, {power.items.data(), group.p().size()});
     Scalar inverse;

@@ -18,6 +18,7 @@ using MemberWords = SecretArray<Word, kGroupWords>;
 
 // An exponent of one word would count as public.
 constexpr std::size_t kLeastExponentWords = 2;
+using ExponentWords = SecretArray<Word, kGroupWords + kLeastExponentWords>;
 
 }  // namespace
 
@@ -44,20 +45,28 @@ bool Group::reduce(Word* r, std::span<const Word>& base) const noexcept {
     return true;
 }
 
-bool Group::raise(Word* r, std::span<const Word> base, std::span<const Word> exponent) const noexcept {
-    SecretArray<Word, kGroupWords + kLeastExponentWords> padded;
+bool Group::raise_g(Word* r, std::span<const Word> exponent) const noexcept {
+    ExponentWords padded;
     MemberWords reduced;
+    std::span<const Word> base = g_;
     std::copy(exponent.begin(), exponent.end(), padded.items.begin());
     return reduce(reduced.items.data(), base) &&
-           power_mod({base, {padded.items.data(), std::max(q_.size(), kLeastExponentWords)}, p_, r});
+           power_mod({base, {padded.items.data(), std::max(q_.size(), kLeastExponentWords)}, p_, r, false, true});
 }
 
 bool Group::raise_two(Word* r, std::span<const Word> a, std::span<const Word> e, std::span<const Word> b,
                       std::span<const Word> f) const noexcept {
     MemberWords reduced_a;
     MemberWords reduced_b;
+    // As long as the exponents of raise_g(), so that g has the same table.
+    ExponentWords padded_e;
+    ExponentWords padded_f;
+    const std::size_t words = std::max({q_.size(), e.size(), f.size(), kLeastExponentWords});
+    std::copy(e.begin(), e.end(), padded_e.items.begin());
+    std::copy(f.begin(), f.end(), padded_f.items.begin());
     return reduce(reduced_a.items.data(), a) && reduce(reduced_b.items.data(), b) &&
-           power_product_vt({a, e, p_, r}, {b, f, p_, nullptr});
+           power_product_vt({a, {padded_e.items.data(), words}, p_, r, false, true},
+                            {b, {padded_f.items.data(), words}, p_, nullptr, false, true});
 }
 
 void Scalars::load(Scalar& r, std::span<const Word> value) noexcept {

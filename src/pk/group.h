@@ -29,11 +29,11 @@ public:
     std::span<const Word> g() const noexcept { return g_; }
     std::size_t q_bytes() const noexcept;
 
-    // r = base^exponent mod p, of the words of p. The exponent has as many words as q; the time does not depend on it.
+    // r = g^exponent mod p, of the words of p. The exponent has as many words as q; the time does not depend on it.
     // False if there is no memory, here and below.
-    bool raise(Word* r, std::span<const Word> base, std::span<const Word> exponent) const noexcept;
+    bool raise_g(Word* r, std::span<const Word> exponent) const noexcept;
 
-    // r = a^e b^f mod p for public exponents.
+    // r = a^e b^f mod p for public exponents of up to kGroupWords words.
     bool raise_two(Word* r, std::span<const Word> a, std::span<const Word> e, std::span<const Word> b,
                    std::span<const Word> f) const noexcept;
 

@@ -34,7 +34,7 @@ bool KcdsaSigner::draw(std::span<const std::uint8_t> hash) noexcept {
 
 bool KcdsaSigner::commit(Word* w) noexcept {
     SecretArray<Word, kGroupWords> words;
-    return group_.raise(w, group_.g(), scalars_.words(words, k_));
+    return group_.raise_g(w, scalars_.words(words, k_));
 }
 
 bool KcdsaSigner::respond(Scalar& s, const Scalar& e) noexcept {
@@ -46,7 +46,7 @@ bool KcdsaSigner::respond(Scalar& s, const Scalar& e) noexcept {
 bool KcdsaSigner::set_public_key(Word* y) noexcept {
     SecretArray<Word, kGroupWords> words;
     Scalar inverse;
-    return scalars_.invert(inverse, x_) && group_.raise(y, group_.g(), scalars_.words(words, inverse));
+    return scalars_.invert(inverse, x_) && group_.raise_g(y, scalars_.words(words, inverse));
 }
 
 void load_e(Scalar& e, Scalars& scalars, const RBytes& r, std::span<const std::uint8_t> hash) noexcept {

@@ -204,6 +204,11 @@ TEST(BignumVariants, ComputeThePowersOfDivision) {
             with_each_row(power_odd, [&](PowerFn* run) {
                 ASSERT_TRUE(run(powers[0]));
                 ASSERT_EQ(results[0], expected[0]);
+                for (const char* const at : {"first sight", "the table is made", "by the table"}) {
+                    std::ranges::fill(results[0], 0x5aa55aa5);
+                    ASSERT_TRUE(run({bases[0], exponents[0], powers[0].modulus, results[0].data(), false, true}));
+                    ASSERT_EQ(results[0], expected[0]) << at;
+                }
                 if (bases[0].size() == n) {  // in place of the base
                     Words base = bases[0];
                     ASSERT_TRUE(run({base, exponents[0], powers[0].modulus, base.data(), i % 3 == 0}));
@@ -249,6 +254,12 @@ TEST(BignumVariants, ComputeThePowersOfDivision) {
                 powers[0].result = both.data();
                 ASSERT_TRUE(run(powers[0], powers[1]));
                 ASSERT_EQ(both, factor);
+                for (const char* const at : {"first sight", "the tables are made", "by the tables"}) {
+                    std::array<Power, 2> lasting = powers;
+                    lasting[0].is_base_lasting = lasting[1].is_base_lasting = true;
+                    ASSERT_TRUE(run(lasting[0], lasting[1]));
+                    ASSERT_EQ(both, factor) << at;
+                }
             });
         }
     }
