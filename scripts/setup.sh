@@ -6,7 +6,7 @@ source "${BASH_SOURCE[0]%/*}/common.sh"
 
 declare -A packages=(
     [build]="g++ cmake ninja-build python3 libcli11-dev nlohmann-json3-dev util-linux"
-    [test]="googletest pkg-config openssl libgmp-dev g++-multilib libc6-dev-i386
+    [test]="googletest pkg-config openssl libssl-dev libgcrypt20-dev libcrypto++-dev libgmp-dev g++-multilib libc6-dev-i386
         g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-i686-dev clang lld"
     [package]="dpkg-dev file pkg-config"
     [abi]="abigail-tools g++-multilib libc6-dev-i386"
@@ -16,7 +16,7 @@ declare -A packages=(
     [coverage]="gcovr"
     [secrets]="valgrind debian-archive-keyring"
     [lint]="clang-format clang-tidy shellcheck git"
-    [bench]="pkg-config libbenchmark-dev nettle-dev libgcrypt20-dev libbotan-2-dev libcrypto++-dev librhash-dev
+    [bench]="pkg-config libbenchmark-dev libssl-dev nettle-dev libgcrypt20-dev libbotan-2-dev libcrypto++-dev librhash-dev
         libgmp-dev"
     [bench-i386]="pkg-config g++-multilib libc6-dev-i386 debian-archive-keyring"
 )
