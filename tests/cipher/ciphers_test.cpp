@@ -45,7 +45,8 @@ TEST(Ciphers, FollowTheirModesForEveryLengthAndWidth) {
     Seeded random(20281);
     const auto expect_model = [&](const Job& job, std::size_t len) { expect_mode(job, random, len); };
     for (const Cipher& cipher : kCiphers) {
-        const Bytes key = random.bytes(cipher.key != 0 ? cipher.key : 13);
+        Bytes key = random.bytes(cipher.key != 0 ? cipher.key : 13);
+        key[0] = key[1] = 0;  // which IDEA takes for 2^16
         for (const bool decrypting : {false, true}) {
             for (const Mode mode : {kEcb, kCbc, kNoPad}) {
                 const Job job = {cipher, cipher.scheduled(key, 12), mode, decrypting};

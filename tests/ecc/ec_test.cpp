@@ -154,6 +154,11 @@ TEST(EcOwnParameters, ServeTheOtherCurves) {
         std::string off = point;
         off.back() = off.back() == '9' ? '8' : '9';
         EXPECT_EQ(validated(model, off), -3);
+        TORVA_V1_POINT wide = base;  // the same, not reduced
+        for (std::size_t i = 0; i < E_EC_WORDS; ++i) wide.x[i] ^= params.record.field_words[i];
+        TORVA_V1_PROJECTIVE reduced;
+        EXPECT_EQ(TORVA_V1_toProjective(21, &params.record, &wide, &reduced), 0);
+        EXPECT_TRUE(std::equal(base.x, base.x + E_EC_WORDS, reduced.x));
         Random random(20319);
         for (const std::int32_t curve : {11, 21, 22}) {
             EXPECT_EQ(validated(curve, point, &params.record), 1);
