@@ -5,8 +5,8 @@
 namespace morvane::hash {
 namespace {
 
-inline std::uint64_t expand0(std::uint64_t x) noexcept { return std::rotr(x, 1) ^ std::rotr(x, 8) ^ x >> 7; }
-inline std::uint64_t expand1(std::uint64_t x) noexcept { return std::rotr(x, 19) ^ std::rotr(x, 61) ^ x >> 6; }
+inline std::uint64_t expand0(std::uint64_t x) noexcept { return xor_of<Rotation<1>, Shift<7>, Rotation<8>>(x); }
+inline std::uint64_t expand1(std::uint64_t x) noexcept { return xor_of<Shift<6>, Rotation<19>, Rotation<61>>(x); }
 
 }  // namespace
 
