@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace morvane {
 
@@ -12,6 +13,15 @@ namespace morvane {
     asm("addb %b1, %b0" : "+q"(to) : "qi"(x) : "cc");
 #else
     to = (to + x) & 255;
+#endif
+}
+
+// The same for a byte in memory, which then needs no register.
+[[gnu::always_inline]] inline void add_byte_at(std::size_t& to, const std::uint8_t* x) noexcept {
+#if defined(__x86_64__) || defined(__i386__)
+    asm("addb %1, %b0" : "+q"(to) : "m"(*x) : "cc");
+#else
+    add_byte(to, *x);
 #endif
 }
 

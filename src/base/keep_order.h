@@ -10,6 +10,12 @@ template <typename Word>
     asm("" : "+r"(word));
 }
 
+// The same for a vector, which is moreover finished before the next one that is kept is begun.
+template <typename Lanes>
+[[gnu::always_inline]] inline void keep_lanes(Lanes& lanes) noexcept {
+    asm volatile("" : "+x"(lanes));
+}
+
 // Keeps a value that is wanted again much later in memory until then. Where registers are few the compiler may otherwise
 // put the one aside that is wanted next.
 template <typename Value>

@@ -10,6 +10,7 @@
 namespace {
 
 using morvane::add_byte;
+using morvane::add_byte_at;
 
 // The generator's next byte. x and y stay below 256.
 //
@@ -53,6 +54,7 @@ uint32_t E_RC4_KeySchedule(E_RC4_STATE* state, const uint8_t* key, uint32_t key_
     state->x = 0;
     state->y = 0;
     std::uint32_t* const s = state->s;
+#pragma GCC unroll 8
     for (std::uint32_t i = 0; i < 256; ++i) s[i] = i;
     key_len = std::min<std::uint32_t>(key_len, 256);
     std::size_t j = 0;
@@ -61,7 +63,7 @@ uint32_t E_RC4_KeySchedule(E_RC4_STATE* state, const uint8_t* key, uint32_t key_
         for (const std::uint8_t* k = key; i != stop; ++i, ++k) {
             const std::uint32_t a = s[i];
             add_byte(j, a);
-            add_byte(j, *k);
+            add_byte_at(j, k);
             s[i] = s[j];
             s[j] = a;
         }

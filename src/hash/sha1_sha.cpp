@@ -1,6 +1,8 @@
 // SHA-1 with the processor's SHA instructions.
 #include "hash/sha1_compress.h"
 
+#include "base/keep_order.h"
+
 #include <immintrin.h>
 #include <utility>
 
@@ -48,8 +50,10 @@ struct Lanes {
     lanes.abcd = _mm_shuffle_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(state)), 0x1B);
     lanes.e = _mm_set_epi32(static_cast<int>(state[4]), 0, 0, 0);
     for (; count != 0; --count, blocks += kSha1BlockBytes) {
-        const __m128i abcd_before = lanes.abcd;
-        const __m128i e_before = lanes.e;
+        __m128i abcd_before = lanes.abcd;
+        __m128i e_before = lanes.e;
+        set_aside(abcd_before);  // where registers are few, the compiler would rather put the new E aside, which is awaited
+        set_aside(e_before);
         lanes.groups(blocks, std::make_index_sequence<20>{});
         lanes.e = _mm_sha1nexte_epu32(lanes.e, e_before);
         lanes.abcd = _mm_add_epi32(lanes.abcd, abcd_before);

@@ -22,11 +22,13 @@ Sha512CompressFn sha512_compress_portable;
 Sha512CompressFn sha512_compress_avx512;  // needs AVX-512, BMI1 and BMI2
 Sha512CompressFn sha512_compress_avx2;    // needs AVX2, BMI1 and BMI2
 Sha512CompressFn sha512_compress_lanes_avx512;
+Sha512CompressFn sha512_compress_lanes_avx2;
 Sha512CompressFn sha512_compress_lanes_sse2;
-extern cpu::Dispatch<Sha512CompressFn, 3> sha512_compress;
+inline constexpr std::size_t kSha512Rows = sizeof(void*) == 8 ? 3 : 4;
+extern cpu::Dispatch<Sha512CompressFn, kSha512Rows> sha512_compress;
 
 // The first bits of the fractional parts of the cube roots of the first primes: the constants of the rounds.
 alignas(16) extern const std::array<std::uint32_t, 64> kSha256Constants;
-extern const std::array<std::uint64_t, 80> kSha512Constants;
+extern const std::array<std::uint64_t, 81> kSha512Constants;  // and a zero, for those who read two at a time
 
 }  // namespace morvane::hash

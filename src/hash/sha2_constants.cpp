@@ -52,14 +52,14 @@ constexpr std::uint64_t cube_root_fraction(std::uint32_t n) {
     return std::uint64_t{root[1]} << 32 | root[0];
 }
 
-constexpr std::array<std::uint64_t, kPrimes> make_constants() {
-    std::array<std::uint64_t, kPrimes> constants{};
+constexpr std::array<std::uint64_t, kPrimes + 1> make_constants() {
+    std::array<std::uint64_t, kPrimes + 1> constants{};
     const auto primes = first_primes();
     for (std::size_t i = 0; i < kPrimes; ++i) constants[i] = cube_root_fraction(primes[i]);
     return constants;
 }
 
-constexpr std::array<std::uint32_t, 64> high_words(const std::array<std::uint64_t, kPrimes>& constants) {
+constexpr std::array<std::uint32_t, 64> high_words(const std::array<std::uint64_t, kPrimes + 1>& constants) {
     std::array<std::uint32_t, 64> words{};
     for (std::size_t i = 0; i < words.size(); ++i) words[i] = static_cast<std::uint32_t>(constants[i] >> 32);
     return words;
@@ -67,7 +67,7 @@ constexpr std::array<std::uint32_t, 64> high_words(const std::array<std::uint64_
 
 }  // namespace
 
-constexpr std::array<std::uint64_t, 80> kSha512Constants = make_constants();
+constexpr std::array<std::uint64_t, 81> kSha512Constants = make_constants();
 alignas(16) constexpr std::array<std::uint32_t, 64> kSha256Constants = high_words(kSha512Constants);
 static_assert(kSha512Constants[0] == 0x428a2f98d728ae22 && kSha512Constants[79] == 0x6c44198c4a475817);
 static_assert(kSha256Constants[63] == 0xc67178f2);

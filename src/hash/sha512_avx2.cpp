@@ -9,7 +9,8 @@ namespace {
 
 MORVANE_INLINE __m256i mix_back15(__m256i words) noexcept {
     const __m256i by1 = _mm256_xor_si256(_mm256_srli_epi64(words, 1), _mm256_slli_epi64(words, 63));
-    const __m256i by8 = _mm256_xor_si256(_mm256_srli_epi64(words, 8), _mm256_slli_epi64(words, 56));
+    const __m256i by8 = _mm256_shuffle_epi8(
+        words, _mm256_setr_epi64x(0x0007060504030201, 0x080f0e0d0c0b0a09, 0x0007060504030201, 0x080f0e0d0c0b0a09));
     return _mm256_xor_si256(_mm256_xor_si256(by1, by8), _mm256_srli_epi64(words, 7));
 }
 

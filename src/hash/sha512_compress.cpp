@@ -5,8 +5,8 @@
 namespace morvane::hash {
 namespace {
 
-inline std::uint64_t expand0(std::uint64_t x) noexcept { return std::rotr(x, 1) ^ std::rotr(x, 8) ^ x >> 7; }
-inline std::uint64_t expand1(std::uint64_t x) noexcept { return std::rotr(x, 19) ^ std::rotr(x, 61) ^ x >> 6; }
+inline std::uint64_t expand0(std::uint64_t x) noexcept { return xor_of<Rotation<1>, Shift<7>, Rotation<8>>(x); }
+inline std::uint64_t expand1(std::uint64_t x) noexcept { return xor_of<Shift<6>, Rotation<19>, Rotation<61>>(x); }
 
 }  // namespace
 
@@ -30,25 +30,27 @@ void sha512_compress_portable(std::uint32_t* state, const std::uint8_t* blocks, 
 
 namespace {
 
-using Rows = std::array<cpu::Variant<Sha512CompressFn>, 3>;
+template <std::size_t Count>
+using Rows = std::array<cpu::Variant<Sha512CompressFn>, Count>;
 
 // With 64-bit registers the steps are quickest in these, beside an expansion in vectors. With 32-bit ones everything is in
 // vectors.
 template <std::size_t RegisterBits>
-constexpr Rows rows() noexcept {
+constexpr auto rows() noexcept {
     if constexpr (RegisterBits == 64) {
-        return {{{cpu::kAvx512 | cpu::kAvx2 | cpu::kBmi2, sha512_compress_avx512},
-                 {cpu::kAvx2 | cpu::kBmi2, sha512_compress_avx2},
-                 {cpu::kNone, sha512_compress_portable}}};
+        return Rows<3>{{{cpu::kAvx512 | cpu::kAvx2 | cpu::kBmi2, sha512_compress_avx512},
+                        {cpu::kAvx2 | cpu::kBmi2, sha512_compress_avx2},
+                        {cpu::kNone, sha512_compress_portable}}};
     } else {
-        return {{{cpu::kAvx512, sha512_compress_lanes_avx512},
-                 {cpu::kSse2, sha512_compress_lanes_sse2},
-                 {cpu::kNone, sha512_compress_portable}}};
+        return Rows<4>{{{cpu::kAvx512, sha512_compress_lanes_avx512},
+                        {cpu::kAvx2, sha512_compress_lanes_avx2},
+                        {cpu::kSse2, sha512_compress_lanes_sse2},
+                        {cpu::kNone, sha512_compress_portable}}};
     }
 }
 
 }  // namespace
 
-constinit cpu::Dispatch<Sha512CompressFn, 3> sha512_compress{rows<8 * sizeof(void*)>()};
+constinit cpu::Dispatch<Sha512CompressFn, kSha512Rows> sha512_compress{rows<8 * sizeof(void*)>()};
 
 }  // namespace morvane::hash
