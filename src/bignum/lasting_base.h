@@ -127,8 +127,7 @@ const typename R::Item* elements_of(BaseTable& table, const R& ring, const typen
     return elements;
 }
 
-// x = x^exponent modulo `modulus`, for a base with a table. False if it has none, or if there is no memory; x is the base
-// still.
+// x = x^exponent for a base with a table. False if it has none, or if there is no memory; x is the base still.
 template <Ring R>
 bool exponentiate_lasting(const R& ring, typename R::Item* x, const Power& power) noexcept {
     BaseTable table({power.base, power.modulus, power.exponent.size(), &kRingOf<R>, ring.size() * sizeof *x});
@@ -136,8 +135,8 @@ bool exponentiate_lasting(const R& ring, typename R::Item* x, const Power& power
     return elements != nullptr && exponentiate_by_table(ring, x, elements, power.exponent);
 }
 
-// x = x^e y^f modulo that of `a`, for two bases with tables and equally long exponents that everybody may know. False if
-// there are none; x is the base still.
+// x = x^e y^f modulo the modulus of `a`, for two bases with tables and equally long exponents that everybody may know.
+// False if they have none; x is the base still.
 template <Ring R>
 bool exponentiate_product_lasting_vt(const R& ring, typename R::Item* x, const typename R::Item* y, const Power& a,
                                      const Power& b) noexcept {
