@@ -73,6 +73,7 @@ void groups() {
     E_KCDSA_KEY key{};
     E_DSA_Init(&key);
     E_KCDSA_GenerateKey_fixParam(&key, 0, 160);
+    declare_known(&key.y, 1), declare_known(key.y_words, E_DSA_WORDS);
     hide(key.x);
     Bytes hash(20, 0x61), sig(200);
     std::int32_t size = 0;
