@@ -44,7 +44,11 @@ bool raise(Word* r, std::span<const Word> base, std::span<const Word> x, std::sp
         if (!divide_words(nullptr, reduced.get(), base, p)) return false;
         base = {reduced.get(), p.size()};
     }
-    return power_mod({base, {exponent.items.data(), std::max<std::size_t>(x.size(), 2)}, p, r, false, is_lasting});
+    return power_mod({.base = base,
+                      .exponent = {exponent.items.data(), std::max<std::size_t>(x.size(), 2)},
+                      .modulus = p,
+                      .result = r,
+                      .is_base_lasting = is_lasting});
 }
 
 }  // namespace

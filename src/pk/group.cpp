@@ -51,7 +51,11 @@ bool Group::raise_g(Word* r, std::span<const Word> exponent) const noexcept {
     std::span<const Word> base = g_;
     std::copy(exponent.begin(), exponent.end(), padded.items.begin());
     return reduce(reduced.items.data(), base) &&
-           power_mod({base, {padded.items.data(), std::max(q_.size(), kLeastExponentWords)}, p_, r, false, true});
+           power_mod({.base = base,
+                      .exponent = {padded.items.data(), std::max(q_.size(), kLeastExponentWords)},
+                      .modulus = p_,
+                      .result = r,
+                      .is_base_lasting = true});
 }
 
 bool Group::raise_two(Word* r, std::span<const Word> a, std::span<const Word> e, std::span<const Word> b,
@@ -64,9 +68,15 @@ bool Group::raise_two(Word* r, std::span<const Word> a, std::span<const Word> e,
     const std::size_t words = std::max({q_.size(), e.size(), f.size(), kLeastExponentWords});
     std::copy(e.begin(), e.end(), padded_e.items.begin());
     std::copy(f.begin(), f.end(), padded_f.items.begin());
-    return reduce(reduced_a.items.data(), a) && reduce(reduced_b.items.data(), b) &&
-           power_product_vt({a, {padded_e.items.data(), words}, p_, r, false, true},
-                            {b, {padded_f.items.data(), words}, p_, nullptr, false, true});
+    if (!reduce(reduced_a.items.data(), a) || !reduce(reduced_b.items.data(), b)) return false;
+    const auto lasting = [&](std::span<const Word> base, const ExponentWords& exponent, Word* result) {
+        return Power{.base = base,
+                     .exponent = {exponent.items.data(), words},
+                     .modulus = p_,
+                     .result = result,
+                     .is_base_lasting = true};
+    };
+    return power_product_vt(lasting(a, padded_e, r), lasting(b, padded_f, nullptr));
 }
 
 void Scalars::load(Scalar& r, std::span<const Word> value) noexcept {

@@ -33,7 +33,7 @@ public:
     // False if there is no memory, here and below.
     bool raise_g(Word* r, std::span<const Word> exponent) const noexcept;
 
-    // r = a^e b^f mod p for public exponents of up to kGroupWords words.
+    // r = a^e b^f mod p for public exponents of up to kGroupWords words, and bases that come again: y and g.
     bool raise_two(Word* r, std::span<const Word> a, std::span<const Word> e, std::span<const Word> b,
                    std::span<const Word> f) const noexcept;
 

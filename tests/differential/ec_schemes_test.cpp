@@ -14,9 +14,6 @@
 
 #include "ecc/octet_records.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace {
 
 using namespace morvane::test;
@@ -248,32 +245,6 @@ TEST_P(EcDifferential, Eckcdsa) {
         const Point q = point_of(keys.public_key);
         EXPECT_EQ(has160(x_of(sum(challenge(drawn_r).get(), q.get(), drawn_s.get()).get())), drawn_r);
     }
-}
-
-// Processes that forked have one random state. One k for two messages would show as one r.
-TEST_P(EcDifferential, ForkedProcessesSignWithDifferentScalars) {
-    const KeyPair ecdsa = ours.generate();
-    const KeyPair eckcdsa = ours.generate(E_ECC_GenerateKeyPair_ECKCDSA);
-    // What a child puts first into its block: the head and most of r.
-    const auto by_child = [](const auto& sign) {
-        constexpr std::size_t kBeginning = 20;
-        int ends[2];
-        EXPECT_EQ(pipe(ends), 0);
-        const pid_t child = fork();
-        if (child == 0) _exit(write(ends[1], sign().data(), kBeginning) == kBeginning ? 0 : 1);
-        int status = -1;
-        EXPECT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0);
-        Bytes block(kBeginning);
-        EXPECT_EQ(read(ends[0], block.data(), kBeginning), static_cast<ssize_t>(kBeginning));
-        close(ends[0]);
-        close(ends[1]);
-        return Bytes(block.begin() + 4, block.end());
-    };
-    const auto sign_ecdsa = [&](const char* text) { return ours.ecdsa(from_text(text), ecdsa.private_key); };
-    const auto sign_eckcdsa = [&](const char* text) { return ours.eckcdsa(from_text(text), eckcdsa); };
-    EXPECT_NE(by_child([&] { return sign_ecdsa("a"); }), by_child([&] { return sign_ecdsa("b"); }));
-    EXPECT_NE(by_child([&] { return sign_eckcdsa("a"); }), by_child([&] { return sign_eckcdsa("b"); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Curves, EcDifferential, testing::ValuesIn(kCurves), testing::PrintToStringParamName());
